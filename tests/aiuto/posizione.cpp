@@ -1,0 +1,235 @@
+#include "aiuto/posizione.h"
+
+#include "platform/dialoghi.h"
+#include "platform/lettore_wave.h"
+#include "ui/frmTV.h"
+#include "ui/canvas.h"
+#include "ui/mdGraphics.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QMenuBar>
+
+#include <sstream>
+#include <stdexcept>
+
+namespace prova {
+
+namespace {
+const std::string ranghi[] = {"A", "2", "3", "4", "5", "6", "7", "8", "9", "10", "J", "Q", "K"};
+const char semi[] = {'H', 'D', 'C', 'S'};
+
+template <class Tab>
+void riempi_mano(Tab& mano, const std::string& testo)
+{
+    const auto codici = carte(testo);
+    if (codici.size() > 14) throw std::invalid_argument("a hand holds 14 cards at most");
+    for (long i = 1; i <= 14; ++i) mano(i) = i <= long(codici.size()) ? codici[i - 1] : 0;
+}
+
+template <class Tab>
+std::string mano_testo(Tab& mano)
+{
+    std::vector<int> v;
+    for (long i = 1; i <= 14; ++i) v.push_back(long(mano(i)));
+    while (!v.empty() && v.back() == 0) v.pop_back();
+    return elenco(v);
+}
+
+void riempi_combinazione(Tabella2<Byte, 1, 13, 1, 13>& t, int k, const std::string& testo)
+{
+    const auto codici = carte(testo);
+    for (long j = 1; j <= 13; ++j) t(k, j) = j <= long(codici.size()) ? codici[j - 1] : 0;
+}
+
+std::string combinazione_testo(Tabella2<Byte, 1, 13, 1, 13>& t, int k)
+{
+    std::vector<int> v;
+    for (long j = 1; j <= 13 && t(k, j) != 0; ++j) v.push_back(long(t(k, j)));
+    return elenco(v);
+}
+}  // namespace
+
+int carta(const std::string& nome_dato)
+{
+    std::string nome = nome_dato;
+    if (nome == ".") return 0;
+    int extra = 0;
+    if (nome.rfind("**", 0) == 0) {
+        extra = 162;
+        nome = nome.substr(2);
+    } else if (nome.rfind('*', 0) == 0) {
+        extra = 108;
+        nome = nome.substr(1);
+    }
+    int pacco = 0;
+    if (!nome.empty() && nome.back() == '\'') {
+        pacco = 54;
+        nome.pop_back();
+    }
+    if (nome == "J1") return 53 + pacco;
+    if (nome == "J2") return 54 + pacco;
+    if (nome.size() < 2) throw std::invalid_argument("not a card: " + nome_dato);
+    const char s = nome.back();
+    const std::string r = nome.substr(0, nome.size() - 1);
+    int seme = -1, numero = -1;
+    for (int i = 0; i < 4; ++i)
+        if (semi[i] == s) seme = i;
+    for (int i = 0; i < 13; ++i)
+        if (ranghi[i] == r) numero = i;
+    if (seme < 0 || numero < 0) throw std::invalid_argument("not a card: " + nome_dato);
+    const int t = seme * 13 + numero + 1;
+    return extra ? extra + t : t + pacco;
+}
+
+std::string nome_carta(int c)
+{
+    if (c == 0) return ".";
+    std::string prefisso;
+    if (c > 162) {
+        prefisso = "**";
+        c -= 162;
+    } else if (c > 108) {
+        prefisso = "*";
+        c -= 108;
+    }
+    const std::string pacco = c > 54 ? "'" : "";
+    const int k = (c - 1) % 54;
+    if (k == 52) return prefisso + "J1" + pacco;
+    if (k == 53) return prefisso + "J2" + pacco;
+    return prefisso + ranghi[k % 13] + semi[k / 13] + pacco;
+}
+
+std::vector<int> carte(const std::string& testo)
+{
+    std::istringstream in(testo);
+    std::vector<int> v;
+    for (std::string p; in >> p;)
+        if (p != "|") v.push_back(carta(p));
+    return v;
+}
+
+std::string elenco(const std::vector<int>& codici)
+{
+    std::string s;
+    for (int c : codici) s += (s.empty() ? "" : " ") + nome_carta(c);
+    return s;
+}
+
+void mano_umano_da(const std::string& t) { riempi_mano(mano_umano, t); }
+void mano_computer_da(const std::string& t) { riempi_mano(mano_computer, t); }
+std::string mano_umano_come_testo() { return mano_testo(mano_umano); }
+std::string mano_computer_come_testo() { return mano_testo(mano_computer); }
+void combinazione_umano(int k, const std::string& t) { riempi_combinazione(tavolo_umano, k, t); }
+void combinazione_computer(int k, const std::string& t) { riempi_combinazione(tavolo_computer, k, t); }
+std::string combinazione_umano_come_testo(int k) { return combinazione_testo(tavolo_umano, k); }
+std::string combinazione_computer_come_testo(int k) { return combinazione_testo(tavolo_computer, k); }
+
+void pozzo_da(const std::string& t)
+{
+    const auto codici = carte(t);
+    for (long i = 1; i <= long(codici.size()); ++i) pozzo(i) = codici[i - 1];
+    n_pozzo = long(codici.size());
+}
+
+std::string pozzo_come_testo()
+{
+    std::vector<int> v;
+    for (long i = 1; i <= n_pozzo; ++i) v.push_back(long(pozzo(i)));
+    return elenco(v);
+}
+
+FrmTV& finestra()
+{
+    static FrmTV* f = nullptr;
+    basic::prova::attiva(true);
+    basic::prova::azzera();
+    piattaforma::prova::automatico(true);
+    piattaforma::prova::azzera();
+    fattore_pause = 0;
+    if (!f) {
+        imposta_cartella_programma(QStringLiteral(TAVOLATA_SORGENTE "/media"));
+        f = new FrmTV();
+        f->Form_Load();
+        if (carica_immagini() != 0) throw std::runtime_error("the pictures of media/ did not load");
+        f->setWindowState(Qt::WindowNoState);
+        f->resize(1024, 768 + f->menuBar()->sizeHint().height());
+        f->show();
+        QApplication::processEvents();
+    }
+    azzera_stato();
+    f->gioco_avviato = false;
+    f->Tag.clear();
+    f->tela.Cls(qRgb(0, 192, 0));
+    f->tela.PaintPicture(immagine_sfondo, QRectF(0, 0, 1024, 768), QRectF(0, 0, 1024, 768));
+    piattaforma::prova::azzera_suoni();
+    return *f;
+}
+
+std::vector<std::string> suoni()
+{
+    std::vector<std::string> v;
+    for (const QString& s : piattaforma::prova::suoni_richiesti()) v.push_back(QFileInfo(s).fileName().toStdString());
+    return v;
+}
+
+int quanti_suoni(const std::string& file)
+{
+    int n = 0;
+    for (const auto& s : suoni()) n += s == file;
+    return n;
+}
+
+void azzera_suoni() { piattaforma::prova::azzera_suoni(); }
+
+double x_colonna(int c) { return 8 + 72.0 * (c - 1) + 36; }
+double y_riga(int r) { return 16.0 * r + 8; }
+
+}  // namespace prova
+
+namespace prova {
+namespace {
+QImage riferimento(int colonna, int riga, int codice, bool coperta)
+{
+    FrmTV& f = frmTV();
+    Canvas rif;
+    rif.ridimensiona(f.tela.larghezza_px(), f.tela.altezza_px());
+    const QRectF cella((colonna - 1) * 72 + 8, riga * 16, 72, 96);
+    if (codice == 0) {
+        rif.PaintPicture(immagine_sfondo, cella, cella);
+    } else if (coperta) {
+        long c = codice > 108 ? codice / 163 + 53 : codice;
+        const QImage& d = dorsi((c - 1) / 54);
+        rif.PaintPicture(d, cella, QRectF(0, 0, d.width(), d.height()));
+    } else {
+        long c = codice;
+        if (c >= 109 && c <= 162) c = 53;
+        if (c > 162) c = 54;
+        const long k = (c - 1) % 54;
+        rif.PaintPicture(immagine_carte, cella, QRectF((k % 9) * 71, (k / 9) * 96, 71, 96));
+    }
+    return rif.Image();
+}
+}  // namespace
+
+bool cella_mostra(int colonna, int riga, int codice, bool coperta, int visibili, bool dal_basso)
+{
+    FrmTV& f = frmTV();
+    const QImage rif = riferimento(colonna, riga, codice, coperta);
+    const double y0 = dal_basso ? riga * 16 + 96 - 16 * visibili : riga * 16;
+    // One pixel in from every edge: neighbours may share the edge pixels.
+    QRect r = f.tela.in_pixel(QRectF((colonna - 1) * 72 + 8, y0, 72, 16.0 * visibili)).adjusted(1, 1, -1, -1);
+    r = r.intersected(f.tela.Image().rect());
+    return !r.isEmpty() && f.tela.Image().copy(r) == rif.copy(r);
+}
+
+std::string cosa_mostra(int colonna, int riga)
+{
+    if (cella_mostra(colonna, riga, 0)) return "background";
+    for (int c = 1; c <= 54; ++c)
+        if (cella_mostra(colonna, riga, c)) return "face " + nome_carta(c);
+    if (cella_mostra(colonna, riga, 1, true)) return "back 0";
+    if (cella_mostra(colonna, riga, 55, true)) return "back 1";
+    return "other";
+}
+}  // namespace prova

@@ -1,0 +1,70 @@
+// Helpers that keep each test case one line: cards and positions written as
+// short strings, and a ready main window with the pauses shrunk.
+//
+// A card is its rank (A 2 3 ... 10 J Q K) and suit (H hearts, D diamonds,
+// C clubs, S spades): "7H", "10S", "AD". A trailing ' takes the second pack
+// ("7H'" is code 7 + 54). "J1" and "J2" are the two plain jollies of the first
+// pack (53, 54), "J1'" and "J2'" those of the second (107, 108). A jolly laid
+// on the table is "*" (first kind, 108 + t) or "**" (second kind, 162 + t)
+// before the card it stands for: "*8S". "." is an empty slot (0).
+#pragma once
+
+#include "rules/mdTavolata.h"
+
+#include <string>
+#include <vector>
+
+class FrmTV;
+
+namespace prova {
+
+int carta(const std::string& nome);
+std::string nome_carta(int codice);
+std::vector<int> carte(const std::string& elenco);
+std::string elenco(const std::vector<int>& codici);
+
+// Hands: slot 1 onwards from the list, the other slots emptied.
+void mano_umano_da(const std::string& elenco);
+void mano_computer_da(const std::string& elenco);
+std::string mano_umano_come_testo();  // "7H 8H . 9H" up to the last card
+std::string mano_computer_come_testo();
+
+// Combination k of a table (positions 1 onwards), the rest of it emptied.
+void combinazione_umano(int k, const std::string& elenco);
+void combinazione_computer(int k, const std::string& elenco);
+std::string combinazione_umano_come_testo(int k);
+std::string combinazione_computer_come_testo(int k);
+
+// The discard pile, bottom card first; n_pozzo follows.
+void pozzo_da(const std::string& elenco);
+std::string pozzo_come_testo();
+
+// The main window, created once per test program with the test hooks on: run-
+// time errors and the end of the program are recorded instead of ending the
+// process, boxes answer automatically, pauses last nothing, and the pictures
+// come from the source tree's media folder. Every call also clears the state,
+// the recorded sounds and the recorded boxes, and repaints an empty table.
+FrmTV& finestra();
+
+// The sounds requested since the last finestra() or azzera_suoni(), as the
+// file names only: "carta.wav", "errore.wav".
+std::vector<std::string> suoni();
+int quanti_suoni(const std::string& file);
+void azzera_suoni();
+
+// Logical point at the middle of a grid cell (column c, row r).
+double x_colonna(int c);
+double y_riga(int r);
+
+}  // namespace prova
+
+namespace prova {
+// What a cell of the table shows, compared pixel by pixel with the picture
+// the game should have put there: the face of `codice` (its back when
+// `coperta`), or the table background when `codice` is 0. `visibili` limits
+// the check to the top (or, with `dal_basso`, the bottom) strips of 16 units,
+// for cards partly covered by the next card of a combination.
+bool cella_mostra(int colonna, int riga, int codice, bool coperta = false, int visibili = 6, bool dal_basso = false);
+// The same as text, for messages: "face 7H", "back 0", "background", "other".
+std::string cosa_mostra(int colonna, int riga);
+}  // namespace prova

@@ -1,0 +1,58 @@
+// The persistent drawing surface of the table: a raster at the window's
+// device-pixel resolution addressed in 1024 x 768 logical units. What is drawn
+// stays until something is drawn over it; the window simply shows it.
+#pragma once
+
+#include <QImage>
+#include <QRectF>
+#include <QRgb>
+
+#include <functional>
+
+class Canvas {
+public:
+    static constexpr double larghezza_logica = 1024.0;
+    static constexpr double altezza_logica = 768.0;
+
+    Canvas();
+
+    // Gives the surface a new size in device pixels; what was drawn is kept,
+    // stretched to the new size (the game does not redraw on a resize).
+    void ridimensiona(int larghezza_px, int altezza_px);
+
+    int larghezza_px() const { return img_.width(); }
+    int altezza_px() const { return img_.height(); }
+    double scala_x() const { return img_.width() / larghezza_logica; }
+    double scala_y() const { return img_.height() / altezza_logica; }
+
+    // Cls: the whole surface in the window's background colour.
+    void Cls(QRgb colore);
+    // PaintPicture: copies the rectangle `sorgente` (the picture's own pixels)
+    // of `figura` into `destinazione` (logical units), scaling it to fit. A
+    // picture that never loaded is run-time error 91.
+    void PaintPicture(const QImage& figura, const QRectF& destinazione, const QRectF& sorgente);
+    // PSet: one point in the given colour; it covers one device pixel.
+    void PSet(double x, double y, QRgb colore);
+    // Point: the colour of the device pixel under a logical point (RGB in the
+    // classic order: red in the low byte, so pure red reads 255).
+    long Point(double x, double y) const;
+    // Line ... , B: a rectangle outline from (x1, y1) to (x2, y2) whose lines
+    // are `spessore_px` device pixels wide, growing inwards from the corners.
+    void RettangoloVuoto(double x1, double y1, double x2, double y2, QRgb colore, int spessore_px);
+
+    // The current image of the surface (for the score sheet's shaded copy).
+    const QImage& Image() const { return img_; }
+    QImage& Image() { return img_; }
+    // Device-pixel rectangle covering a logical rectangle.
+    QRect in_pixel(const QRectF& logico) const;
+
+    // Called with the device rectangle that changed, so the window repaints it.
+    std::function<void(const QRect&)> modificato;
+
+private:
+    void segnala(const QRect& r)
+    {
+        if (modificato) modificato(r);
+    }
+    QImage img_;
+};

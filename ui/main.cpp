@@ -1,0 +1,16 @@
+// Tavolata: Italian rummy, one player against the computer.
+#include "ui/frmSplash.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Tavolata"));
+    QApplication::setApplicationVersion(QStringLiteral("2.1.2"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/risorse/tavolata.png")));
+    FrmSplash splash;
+    splash.show();
+    return app.exec();
+}
