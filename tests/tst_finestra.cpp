@@ -172,14 +172,14 @@ private slots:
         // The table still spans the whole client area, at device resolution.
         QCOMPARE(f.tela.larghezza_px(), int(cliente.width() * f.tavolo->devicePixelRatioF()));
         QCOMPARE(f.tela.altezza_px(), int(cliente.height() * f.tavolo->devicePixelRatioF()));
-        QCOMPARE(double(passo_x), 1024.0 / f.tela.larghezza_px());
+        QCOMPARE(passo_x, float(1024.0 / f.tela.larghezza_px()));
         QCOMPARE(long(larghezza_tavolo), 1024L);
         QCOMPARE(long(altezza_tavolo), 768L);
         const QRect dopo = f.Text2->geometry();
         QCOMPARE(dopo.left() == prima.left() && dopo.width() == prima.width(), cliente.width() == vecchio.width());
         QCOMPARE(dopo.top() == prima.top() && dopo.height() == prima.height(), cliente.height() == vecchio.height());
         // The picture is kept, stretched: the first discard is still on its place.
-        QVERIFY(f.tela.Point(x_colonna(13), y_riga(23)) != f.tela.Point(x_colonna(12), y_riga(23)) ||
+        QVERIFY(f.tela.Point(prova::x_colonna(13), prova::y_riga(23)) != f.tela.Point(prova::x_colonna(12), prova::y_riga(23)) ||
                 cliente == QSize(1024, 768));
     }
 

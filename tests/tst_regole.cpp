@@ -84,7 +84,7 @@ private slots:
         QTest::newRow("two-card straight") << QStringList{"1:10H 9H"} << 0 << 19;
         QTest::newRow("two-card set") << QStringList{"1:9H 9D"} << 0 << 0;
         QTest::newRow("set valued by a jolly king in third place") << QStringList{"1:5H 5D *KC"} << 30 << 30;
-        QTest::newRow("one card") << QStringList{"1:KH"} << 0 << 10;
+        QTest::newRow("one card is valued as a set: 0") << QStringList{"1:KH"} << 0 << 0;
     }
     void valore_dei_tavoli()
     {

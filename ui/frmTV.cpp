@@ -42,6 +42,10 @@ QFont carattere(const char* famiglia, int punti, bool grassetto = false, bool so
 }
 }  // namespace
 
+// The pictures and texts built into the game live in the game's library,
+// which the linker would otherwise leave out of the program.
+void carica_risorse() { Q_INIT_RESOURCE(risorse); }
+
 FrmTV& frmTV()
 {
     if (!finestra_principale) basic::errore(91);
@@ -120,6 +124,7 @@ void PannelloTesto::mousePressEvent(QMouseEvent*) { emit Click(); }
 FrmTV::FrmTV()
 {
     finestra_principale = this;
+    carica_risorse();
     setWindowTitle(QStringLiteral("Tavolata"));
     setWindowIcon(QIcon(QStringLiteral(":/risorse/tavolata.png")));
     crea_controlli();
@@ -299,6 +304,8 @@ void FrmTV::setMousePointer(int forma)
 
 void FrmTV::Form_Load()
 {
+    // Maximised; where no window manager maximises it, it still fills the screen.
+    if (QScreen* schermo = screen()) setGeometry(schermo->availableGeometry());
     setWindowState(windowState() | Qt::WindowMaximized);
     const double tpp = twip_per_pixel_ > 0 ? twip_per_pixel_ : 1440.0 / std::max(1.0, double(logicalDpiY()));
     larghezza_precedente = float(frameGeometry().width() * tpp);

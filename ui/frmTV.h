@@ -203,3 +203,5 @@ private:
 // The one main window of the program; run-time error 91 when there is none.
 FrmTV& frmTV();
 bool esiste_frmTV();
+// Registers the pictures and texts built into the game (idempotent).
+void carica_risorse();

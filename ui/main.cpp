@@ -1,5 +1,6 @@
 // Tavolata: Italian rummy, one player against the computer.
 #include "ui/frmSplash.h"
+#include "ui/frmTV.h"
 
 #include <QApplication>
 
@@ -9,6 +10,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("Tavolata"));
     QApplication::setApplicationVersion(QStringLiteral("2.1.2"));
     QApplication::setQuitOnLastWindowClosed(false);
+    carica_risorse();
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/risorse/tavolata.png")));
     FrmSplash splash;
     splash.show();
