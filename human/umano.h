@@ -1,0 +1,62 @@
+// What the procedures of the human's turn share: the places of the hand and
+// of the discard pile on the table, the phase code read and written one
+// character at a time, the jolly codes, and the fit test that decides where a
+// marked card joins a combination (laying on the own table and attaching to
+// the computer's use the same test).
+#pragma once
+
+#include "rules/mdTavolata.h"
+#include "ui/mdGraphics.h"
+
+#include <string>
+
+namespace umano {
+
+using Tavolo = Tabella2<Byte, 1, 13, 1, 13>;
+
+// The human's hand lies face up on row 41; slot k is column k.
+inline Long riga_mano() { return righe_tavolo - 7; }
+// The discard pile is column 13, the stock column 14, both from row 21.
+inline Long colonna_pozzo() { return colonne_tavolo - 1; }
+inline Long colonna_tallone() { return colonne_tavolo; }
+inline Long riga_pozzo() { return righe_tavolo / 2 - 3; }
+// Card j of combination k: the human's go down from the middle line, the
+// computer's climb from it.
+inline Long riga_combinazione(bool del_umano, Long j)
+{
+    return del_umano ? righe_tavolo / 2 + j - 1 : righe_tavolo / 2 - 5 - j;
+}
+
+// Character n (from 1) of `fase`; a blank when the code is shorter.
+inline char carattere_fase(std::size_t n) { return fase.size() >= n ? fase[n - 1] : ' '; }
+// Replaces character n of `fase` in place; a shorter code is left alone.
+inline void imposta_fase(std::size_t n, char valore)
+{
+    if (fase.size() >= n) fase[n - 1] = valore;
+}
+
+// A plain jolly in hand: codes 53, 54, 107 and 108.
+inline bool jolly_semplice(long codice)
+{
+    const long resto = basic::Mod(codice, 54);
+    return resto == 53 || resto == 0;
+}
+// The table code of plain jolly `jolly` standing for the pack-1 card `carta`:
+// 108 + carta for the first kind, 162 + carta for the second.
+inline long codice_jolly(long jolly, long carta)
+{
+    return basic::Int(basic::Mod(jolly - 1, 54) / 53.0) * 54 + 108 + carta;
+}
+// A jolly leaving the table comes back as 53 or 54, whatever its pack was.
+inline long jolly_ritirato(long codice) { return basic::Int(codice / 163.0) + 53; }
+
+// Cards in the human's hand.
+long carte_in_mano();
+
+// Where card c joins combination k of a table that holds n cards (n >= 1):
+// a set takes its number in a suit it lacks, at the end; a straight takes the
+// number next to its top (in front) or to its bottom (at the end), in its suit.
+enum class Aggancio { nessuno, davanti, in_fondo };
+Aggancio dove_si_aggancia(Byte c, const Tavolo& tavolo, Long k, Long n);
+
+}  // namespace umano
