@@ -123,7 +123,11 @@ private slots:
         QVERIFY(!f.picture_score->isVisible());
         QVERIFY(f.lblName(1) == nullptr && f.lblScore(2) == nullptr);
         QCOMPARE(inizia_computer, !prima);
-        QCOMPARE(long(tallone), 27L);
+        // The next hand is dealt and the computer, beginning it, has played
+        // its turn: a stock card drawn (it has not opened), one discarded.
+        QCOMPARE(long(tallone), 28L);
+        QCOMPARE(long(n_pozzo), 2L);
+        QVERIFY(turno_umano);
         QCOMPARE(long(punti(1)), 9L);
         inizia_computer = prima;
     }
