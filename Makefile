@@ -5,7 +5,7 @@ BUILD ?= build
 JOBS ?= $(shell nproc)
 PACCHETTI = cmake g++ make pkg-config qt6-base-dev qt6-multimedia-dev libgl-dev \
 	libfluidsynth-dev timgm6mb-soundfont libsndfile1-dev libsmf-dev libbenchmark-dev \
-	fonts-liberation fonts-dejavu-core
+	fonts-liberation fonts-dejavu-core pulseaudio pulseaudio-utils
 
 .PHONY: deps build run test media clean
 
@@ -33,3 +33,22 @@ media: build
 
 clean:
 	rm -rf $(BUILD)
+
+# The Debian package, $(BUILD)/tavolata_<version>_<arch>.deb; dpkg-dev works out
+# its library dependencies.
+.PHONY: deb check-packaging
+deb:
+	@$(MAKE) --no-print-directory deps PACCHETTI="$(PACCHETTI) dpkg-dev"
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+	cmake --build $(BUILD) -j$(JOBS) --target tavolata icone_applicazione
+	cd $(BUILD) && cpack -G DEB
+
+# Checks the desktop entry and the AppStream data with whichever of the two
+# validators is installed (desktop-file-utils, appstream).
+check-packaging:
+	@if command -v desktop-file-validate >/dev/null; then \
+	  desktop-file-validate packaging/*.desktop && echo "desktop entry: valid"; \
+	else echo "desktop-file-validate not installed: desktop entry not checked"; fi
+	@if command -v appstreamcli >/dev/null; then \
+	  appstreamcli validate --no-net packaging/*.metainfo.xml; \
+	else echo "appstreamcli not installed: AppStream data not checked"; fi

@@ -15,6 +15,15 @@ namespace prova {
 // Every file the game asked to play, in order (the path as given).
 const QStringList& suoni_richiesti();
 void azzera_suoni();
+
+// What the channel took on at the last request.
+struct SuonoSuonato {
+    QString percorso;  // as requested
+    bool predefinito = false;  // the file could not be read: the default sound instead
+    long durata_ms = 0;  // of the samples handed to the channel
+    bool su_dispositivo = false;  // a sound device took it (false without one)
+};
+SuonoSuonato ultimo_suono();
 }  // namespace prova
 
 }  // namespace piattaforma
