@@ -52,3 +52,34 @@ check-packaging:
 	@if command -v appstreamcli >/dev/null; then \
 	  appstreamcli validate --no-net packaging/*.metainfo.xml; \
 	else echo "appstreamcli not installed: AppStream data not checked"; fi
+
+# Longer checks, each in a build folder of its own where it says so:
+#   make check-sanitize  every test and a bounded simulator run built with
+#                        AddressSanitizer and UndefinedBehaviorSanitizer
+#   make bench           the benchmarks of docs/prestazioni.md (medians of 5)
+#   make soak            100,000 simulated hands (SOAK_HANDS, SOAK_SEED, SOAK_TABLE)
+SANITIZE_BUILD ?= build-sanitize
+SANITIZE_HANDS ?= 200
+BENCH_FLAGS ?= --benchmark_repetitions=5 --benchmark_report_aggregates_only=true
+SOAK_HANDS ?= 100000
+SOAK_SEED ?= 1
+SOAK_TABLE ?= 256x192
+
+.PHONY: check-sanitize bench soak
+check-sanitize: deps
+	cmake -S . -B $(SANITIZE_BUILD) -DTAVOLATA_SANITIZE=ON -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+	cmake --build $(SANITIZE_BUILD) -j$(JOBS)
+	cd $(SANITIZE_BUILD) && QT_QPA_PLATFORM=offscreen TAVOLATA_MANI_SIMULATE=$(SANITIZE_HANDS) \
+	  ASAN_OPTIONS=detect_leaks=0 ctest --output-on-failure -j$(JOBS)
+	cd $(SANITIZE_BUILD) && QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=0 \
+	  ./tools/sim/tavolata-sim --hands $(SANITIZE_HANDS) --seed 3 --quiet
+
+bench: build
+	@for b in $(BUILD)/bench_*; do \
+	  [ -f "$$b" ] && [ -x "$$b" ] || continue; \
+	  echo "== $$b"; QT_QPA_PLATFORM=offscreen "$$b" $(BENCH_FLAGS) || exit 1; \
+	done
+
+soak: build
+	QT_QPA_PLATFORM=offscreen ./$(BUILD)/tools/sim/tavolata-sim --hands $(SOAK_HANDS) --seed $(SOAK_SEED) \
+	  --table $(SOAK_TABLE)

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <exception>
 #include <limits>
+#include <new>
 #include <string>
 #include <type_traits>
 
@@ -182,22 +183,29 @@ private:
 // Runs one event handler of the game. Every place where the window system
 // hands control to the game goes through here, so that a run-time error ends
 // the program with its message box and never unwinds through the toolkit.
+// True once the program has ended (only ever seen with the test hook on) or
+// while the box of a fatal error is on screen.
+bool programma_terminato();
+
 template <class F>
 void protetto(F&& gestore) noexcept
 {
+    // While the program is ending, events that still arrive do nothing.
+    if (programma_terminato()) return;
     try {
-        gestore();
-    } catch (const ErroreRuntime& e) {
         try {
+            gestore();
+        } catch (const ErroreRuntime& e) {
             errore_fatale(e);
         } catch (const ProgrammaTerminato&) {
+        } catch (const std::bad_alloc&) {
+            errore_fatale(ErroreRuntime(7));
+        } catch (...) {
+            errore_fatale(ErroreRuntime(51));
         }
     } catch (const ProgrammaTerminato&) {
     }
 }
-
-// True once the program has ended (only ever seen with the test hook on).
-bool programma_terminato();
 
 // Called by the game's own waits: unwinds once the program has ended.
 inline void verifica_fine()

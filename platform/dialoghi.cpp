@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QInputDialog>
+#include <QCloseEvent>
+#include <QKeyEvent>
 #include <QMessageBox>
 
 #include <deque>
@@ -42,7 +44,29 @@ int MsgBox(const std::string& testo, int pulsanti, int icona, const std::string&
     }
     if (sempre_automatico) return pulsanti == vbYesNo ? vbYes : vbOK;
 
-    QMessageBox box(QApplication::activeWindow());
+    // A question is answered by its buttons only: Escape and the close box
+    // would otherwise count as No, which ends the game.
+    class Domanda : public QMessageBox {
+    public:
+        using QMessageBox::QMessageBox;
+        bool solo_pulsanti = false;
+
+    protected:
+        void keyPressEvent(QKeyEvent* e) override
+        {
+            if (solo_pulsanti && e->key() == Qt::Key_Escape) return;
+            QMessageBox::keyPressEvent(e);
+        }
+        void closeEvent(QCloseEvent* e) override
+        {
+            if (solo_pulsanti && !result()) {
+                e->ignore();
+                return;
+            }
+            QMessageBox::closeEvent(e);
+        }
+    };
+    Domanda box(QApplication::activeWindow());
     box.setWindowTitle(titolo.empty() ? QStringLiteral("Tavolata") : QString::fromStdString(titolo));
     box.setText(QString::fromStdString(testo));
     box.setIcon(icona == vbCritical ? QMessageBox::Critical
@@ -51,6 +75,8 @@ int MsgBox(const std::string& testo, int pulsanti, int icona, const std::string&
     if (pulsanti == vbYesNo) {
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         box.setDefaultButton(QMessageBox::Yes);
+        box.solo_pulsanti = true;
+        box.setWindowFlag(Qt::WindowCloseButtonHint, false);
         return box.exec() == QMessageBox::Yes ? vbYes : vbNo;
     }
     box.setStandardButtons(QMessageBox::Ok);

@@ -14,6 +14,7 @@ namespace basic {
 namespace {
 bool hook_prova = false;
 bool terminato = false;
+bool in_chiusura = false;
 int errore_registrato = 0;
 int uscita_registrata = -1;
 }  // namespace
@@ -27,6 +28,7 @@ std::string testo_errore(int numero)
         {9, "Subscript out of range"},
         {11, "Division by zero"},
         {13, "Type mismatch"},
+        {51, "Internal error"},
         {52, "Bad file name or number"},
         {53, "File not found"},
         {91, "Object variable or With block variable not set"},
@@ -70,6 +72,7 @@ void errore_fatale(const ErroreRuntime& e)
         errore_registrato = e.numero();
         fine_programma(e.numero());
     }
+    in_chiusura = true;
     if (qApp) {
         QMessageBox::critical(nullptr, QStringLiteral("Tavolata"),
                               QStringLiteral("Run-time error '%1':\n\n%2")
@@ -79,7 +82,7 @@ void errore_fatale(const ErroreRuntime& e)
     fine_programma(e.numero() & 0xff ? e.numero() & 0xff : 1);
 }
 
-bool programma_terminato() { return terminato; }
+bool programma_terminato() { return terminato || in_chiusura; }
 
 namespace prova {
 void attiva(bool acceso) { hook_prova = acceso; }

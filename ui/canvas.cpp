@@ -7,18 +7,45 @@
 #include <algorithm>
 #include <cmath>
 
+namespace {
+// A hand paints a few hundred cards; past this many calls since the last
+// clear the surface stops keeping them and a resize stretches the picture.
+constexpr std::size_t tratti_massimi = 200000;
+}  // namespace
+
 Canvas::Canvas() : img_(1024, 768, QImage::Format_RGB32) { img_.fill(qRgb(0, 192, 0)); }
+
+void Canvas::ricorda(Tratto t)
+{
+    if (t.tipo == Tratto::Pulisci) {
+        tratti_.clear();
+        storia_completa_ = true;
+    }
+    if (!storia_completa_) return;
+    if (tratti_.size() >= tratti_massimi) {
+        tratti_.clear();
+        tratti_.shrink_to_fit();
+        storia_completa_ = false;
+        return;
+    }
+    tratti_.push_back(std::move(t));
+}
 
 void Canvas::ridimensiona(int larghezza_px, int altezza_px)
 {
     larghezza_px = std::max(1, larghezza_px);
     altezza_px = std::max(1, altezza_px);
     if (larghezza_px == img_.width() && altezza_px == img_.height()) return;
-    img_ = img_.scaled(larghezza_px, altezza_px, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-               .convertToFormat(QImage::Format_RGB32);
+    if (storia_completa_) {
+        img_ = QImage(larghezza_px, altezza_px, QImage::Format_RGB32);
+        img_.fill(qRgb(0, 192, 0));
+        for (const Tratto& t : tratti_) esegui(t);
+    } else {
+        img_ = img_.scaled(larghezza_px, altezza_px, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                   .convertToFormat(QImage::Format_RGB32);
+    }
     segnala(img_.rect());
 }
-
 QRect Canvas::in_pixel(const QRectF& r) const
 {
     // Edges are rounded the same way for every rectangle, so neighbouring
@@ -32,29 +59,74 @@ QRect Canvas::in_pixel(const QRectF& r) const
 
 void Canvas::Cls(QRgb colore)
 {
-    img_.fill(colore);
-    segnala(img_.rect());
+    Tratto t{Tratto::Pulisci, {}, {}, {}, colore, 0};
+    esegui(t);
+    ricorda(std::move(t));
 }
 
 void Canvas::PaintPicture(const QImage& figura, const QRectF& destinazione, const QRectF& sorgente)
 {
     if (figura.isNull()) basic::errore(91);
-    const QRect dst = in_pixel(destinazione);
-    if (dst.isEmpty()) return;
-    QPainter p(&img_);
-    p.setRenderHint(QPainter::SmoothPixmapTransform, true);
-    p.drawImage(QRectF(dst), figura, sorgente);
-    p.end();
-    segnala(dst);
+    Tratto t{Tratto::Figura, figura, destinazione, sorgente, 0, 0};
+    esegui(t);
+    ricorda(std::move(t));
 }
 
 void Canvas::PSet(double x, double y, QRgb colore)
 {
-    const int px = int(std::floor(x * scala_x()));
-    const int py = int(std::floor(y * scala_y()));
-    if (!img_.rect().contains(px, py)) return;
-    img_.setPixel(px, py, colore);
-    segnala(QRect(px, py, 1, 1));
+    Tratto t{Tratto::Punto, {}, QRectF(x, y, 0, 0), {}, colore, 0};
+    esegui(t);
+    ricorda(std::move(t));
+}
+
+void Canvas::RettangoloVuoto(double x1, double y1, double x2, double y2, QRgb colore, int spessore_px)
+{
+    Tratto t{Tratto::Cornice, {}, QRectF(QPointF(x1, y1), QPointF(x2, y2)), {}, colore, spessore_px};
+    esegui(t);
+    ricorda(std::move(t));
+}
+
+void Canvas::esegui(const Tratto& t)
+{
+    switch (t.tipo) {
+    case Tratto::Pulisci:
+        img_.fill(t.colore);
+        segnala(img_.rect());
+        return;
+    case Tratto::Figura: {
+        const QRect dst = in_pixel(t.destinazione);
+        if (dst.isEmpty()) return;
+        QPainter p(&img_);
+        p.setRenderHint(QPainter::SmoothPixmapTransform, true);
+        p.drawImage(QRectF(dst), t.figura, t.sorgente);
+        p.end();
+        segnala(dst);
+        return;
+    }
+    case Tratto::Punto: {
+        const int px = int(std::floor(t.destinazione.x() * scala_x()));
+        const int py = int(std::floor(t.destinazione.y() * scala_y()));
+        if (!img_.rect().contains(px, py)) return;
+        img_.setPixel(px, py, t.colore);
+        segnala(QRect(px, py, 1, 1));
+        return;
+    }
+    case Tratto::Cornice: {
+        const QRectF& r = t.destinazione;
+        const int ax = int(std::floor(r.left() * scala_x())), ay = int(std::floor(r.top() * scala_y()));
+        const int bx = int(std::floor(r.right() * scala_x())), by = int(std::floor(r.bottom() * scala_y()));
+        const int w = bx - ax + 1, h = by - ay + 1;
+        const int s = std::max(1, t.spessore);
+        QPainter p(&img_);
+        p.fillRect(ax, ay, w, s, QColor(t.colore));
+        p.fillRect(ax, by - s + 1, w, s, QColor(t.colore));
+        p.fillRect(ax, ay, s, h, QColor(t.colore));
+        p.fillRect(bx - s + 1, ay, s, h, QColor(t.colore));
+        p.end();
+        segnala(QRect(ax, ay, w, h));
+        return;
+    }
+    }
 }
 
 long Canvas::Point(double x, double y) const
@@ -66,17 +138,3 @@ long Canvas::Point(double x, double y) const
     return long(qRed(c)) | long(qGreen(c)) << 8 | long(qBlue(c)) << 16;
 }
 
-void Canvas::RettangoloVuoto(double x1, double y1, double x2, double y2, QRgb colore, int spessore_px)
-{
-    const int ax = int(std::floor(x1 * scala_x())), ay = int(std::floor(y1 * scala_y()));
-    const int bx = int(std::floor(x2 * scala_x())), by = int(std::floor(y2 * scala_y()));
-    const int w = bx - ax + 1, h = by - ay + 1;
-    const int s = std::max(1, spessore_px);
-    QPainter p(&img_);
-    p.fillRect(ax, ay, w, s, QColor(colore));
-    p.fillRect(ax, by - s + 1, w, s, QColor(colore));
-    p.fillRect(ax, ay, s, h, QColor(colore));
-    p.fillRect(bx - s + 1, ay, s, h, QColor(colore));
-    p.end();
-    segnala(QRect(ax, ay, w, h));
-}

@@ -8,6 +8,7 @@
 #include <QRgb>
 
 #include <functional>
+#include <vector>
 
 class Canvas {
 public:
@@ -17,7 +18,9 @@ public:
     Canvas();
 
     // Gives the surface a new size in device pixels; what was drawn is kept,
-    // stretched to the new size (the game does not redraw on a resize).
+    // shown at the new size (the game does not redraw on a resize): the
+    // surface paints again at the new resolution what it was given since the
+    // last Cls, so cards stay sharp and colours stay exact.
     void ridimensiona(int larghezza_px, int altezza_px);
 
     int larghezza_px() const { return img_.width(); }
@@ -50,9 +53,23 @@ public:
     std::function<void(const QRect&)> modificato;
 
 private:
+    // One drawing call, kept so that the picture can be painted again at
+    // another resolution.
+    struct Tratto {
+        enum Tipo { Pulisci, Figura, Punto, Cornice } tipo;
+        QImage figura;
+        QRectF destinazione, sorgente;
+        QRgb colore = 0;
+        int spessore = 0;
+    };
+    void esegui(const Tratto& t);
+    void ricorda(Tratto t);
+
     void segnala(const QRect& r)
     {
         if (modificato) modificato(r);
     }
     QImage img_;
+    std::vector<Tratto> tratti_;
+    bool storia_completa_ = true;
 };

@@ -9,7 +9,7 @@
 #include <QScreen>
 #include <QTimer>
 
-FrmSplash::FrmSplash() : QWidget(nullptr, Qt::SplashScreen | Qt::WindowStaysOnTopHint)
+FrmSplash::FrmSplash() : QWidget(nullptr, Qt::SplashScreen)
 {
     setWindowTitle(QStringLiteral("Tavolata"));
     setAutoFillBackground(true);

@@ -106,7 +106,15 @@ void PictureBox::paintEvent(QPaintEvent*)
     p.drawImage(QRectF(rect()), immagine);
 }
 
-void PictureBox::mousePressEvent(QMouseEvent*) { emit Click(); }
+void PictureBox::mousePressEvent(QMouseEvent* e)
+{
+    if (e->button() == Qt::LeftButton) emit Click();
+}
+
+void Etichetta::mousePressEvent(QMouseEvent* e)
+{
+    if (e->button() == Qt::LeftButton) emit Click();
+}
 
 PannelloTesto::PannelloTesto(QWidget* parent) : QPlainTextEdit(parent)
 {
@@ -117,7 +125,10 @@ PannelloTesto::PannelloTesto(QWidget* parent) : QPlainTextEdit(parent)
     viewport()->setCursor(Qt::ArrowCursor);
 }
 
-void PannelloTesto::mousePressEvent(QMouseEvent*) { emit Click(); }
+void PannelloTesto::mousePressEvent(QMouseEvent* e)
+{
+    if (e->button() == Qt::LeftButton) emit Click();
+}
 
 // ------------------------------------------------------------------ window
 
@@ -133,6 +144,10 @@ FrmTV::FrmTV()
 
 FrmTV::~FrmTV()
 {
+    // The placed controls live on the table: they go while their places are
+    // still known.
+    delete tavolo;
+    tavolo = nullptr;
     if (finestra_principale == this) finestra_principale = nullptr;
 }
 
@@ -147,6 +162,7 @@ void FrmTV::crea_controlli()
     // The window is green until the table is painted over it.
     tela.Cls(qRgb(0, 192, 0));
     tela.modificato = [this](const QRect& r) {
+        if (!tavolo) return;
         const double s = double(tela.larghezza_px()) / std::max(1, tavolo->width());
         tavolo->update(QRectF(r.x() / s - 1, r.y() / s - 1, r.width() / s + 2, r.height() / s + 2).toRect());
     };
@@ -164,7 +180,8 @@ void FrmTV::crea_controlli()
 
     Label5 = new Etichetta(QStringLiteral("Click here to continue"), picture_score);
     Label5->setFont(carattere("MS Sans Serif", 12, true, true));
-    Label5->setStyleSheet(QStringLiteral("color: rgb(255,0,0); background: transparent;"));
+    Label5->setStyleSheet(
+        QStringLiteral("color: rgb(255,0,0); background: transparent; text-decoration: underline; font-weight: bold;"));
     Label5->adjustSize();
     connect(Label5, &Etichetta::Click, this, [this] { basic::protetto([&] { Label5_Click(); }); });
 
@@ -253,6 +270,8 @@ void FrmTV::crea_menu()
 
 void FrmTV::posiziona(QWidget* controllo, const QRectF& logico)
 {
+    if (posizioni_.find(controllo) == posizioni_.end())
+        connect(controllo, &QObject::destroyed, this, [this, controllo] { posizioni_.erase(controllo); });
     posizioni_[controllo] = logico;
     const double sx = tavolo->width() / Canvas::larghezza_logica;
     const double sy = tavolo->height() / Canvas::altezza_logica;
@@ -268,16 +287,7 @@ QRectF FrmTV::posizione(QWidget* controllo) const
 
 void FrmTV::applica_posizioni()
 {
-    // Controls removed since they were placed are forgotten here.
-    for (auto it = posizioni_.begin(); it != posizioni_.end();) {
-        if (!findChildren<QWidget*>().contains(it->first)) {
-            it = posizioni_.erase(it);
-            continue;
-        }
-        const QRectF logico = it->second;
-        ++it;
-        posiziona(std::prev(it)->first, logico);
-    }
+    for (const auto& [controllo, logico] : std::map<QWidget*, QRectF>(posizioni_)) posiziona(controllo, logico);
     if (picture_score->isVisible() || !picture_score->immagine.isNull()) {
         Label5->adjustSize();
         const double sx = tavolo->width() / Canvas::larghezza_logica;
@@ -333,7 +343,7 @@ void FrmTV::Form_Load()
 
 void FrmTV::Form_Resize()
 {
-    if (isMinimized()) return;
+    if (isMinimized() || !tavolo) return;
     const double tpp = twip_per_pixel_ > 0 ? twip_per_pixel_ : 1440.0 / std::max(1.0, double(logicalDpiY()));
     const float larghezza = float(frameGeometry().width() * tpp);
     // The height is held as a 16-bit whole number: a window taller than

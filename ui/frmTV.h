@@ -67,7 +67,7 @@ public:
     using QLabel::QLabel;
 
 protected:
-    void mousePressEvent(QMouseEvent*) override { emit Click(); }
+    void mousePressEvent(QMouseEvent* e) override;
 
 signals:
     void Click();
