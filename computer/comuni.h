@@ -14,21 +14,8 @@ inline Canvas& tela() { return frmTV().tela; }
 
 // The computer's hand lies face down on the top row.
 constexpr Long RIGA_MANO = 1;
-// The discard pile and the stock, side by side in the middle of the right edge.
-inline Long colonna_pozzo() { return colonne_tavolo - 1; }
-inline Long colonna_tallone() { return colonne_tavolo; }
-inline Long riga_pozzo() { return righe_tavolo / 2 - 3; }
-// Card k of a combination: the computer's climb from the middle upwards, the
-// human's go down from it.
-inline Long riga_combinazione(bool umano, long k)
-{
-    return umano ? righe_tavolo / 2 + k - 1 : righe_tavolo / 2 - (k + 5);
-}
-
 // A plain jolly in hand (codes 53, 54, 107, 108).
 inline bool jolly_semplice(long codice) { return basic::Mod(codice - 1, 54) == 52 || basic::Mod(codice - 1, 54) == 53; }
-// A jolly standing for a card comes back as the plain jolly 53 or 54.
-inline Byte jolly_ritirato(long codice) { return Byte(basic::Int(codice / 163.0) + 53); }
 // What the plain jolly j adds to the card it stands for, besides the 108.
 inline long extra_jolly(long j) { return 54 * basic::Int(basic::Mod(j - 1, 54) / 53.0); }
 // A card's number as straights join it: " 7", " 13"; " 0" for a jolly or an empty slot.

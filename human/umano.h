@@ -16,17 +16,6 @@ using Tavolo = Tabella2<Byte, 1, 13, 1, 13>;
 
 // The human's hand lies face up on row 41; slot k is column k.
 inline Long riga_mano() { return righe_tavolo - 7; }
-// The discard pile is column 13, the stock column 14, both from row 21.
-inline Long colonna_pozzo() { return colonne_tavolo - 1; }
-inline Long colonna_tallone() { return colonne_tavolo; }
-inline Long riga_pozzo() { return righe_tavolo / 2 - 3; }
-// Card j of combination k: the human's go down from the middle line, the
-// computer's climb from it.
-inline Long riga_combinazione(bool del_umano, Long j)
-{
-    return del_umano ? righe_tavolo / 2 + j - 1 : righe_tavolo / 2 - 5 - j;
-}
-
 // Character n (from 1) of `fase`; a blank when the code is shorter.
 inline char carattere_fase(std::size_t n) { return fase.size() >= n ? fase[n - 1] : ' '; }
 // Replaces character n of `fase` in place; a shorter code is left alone.
@@ -47,8 +36,6 @@ inline long codice_jolly(long jolly, long carta)
 {
     return basic::Int(basic::Mod(jolly - 1, 54) / 53.0) * 54 + 108 + carta;
 }
-// A jolly leaving the table comes back as 53 or 54, whatever its pack was.
-inline long jolly_ritirato(long codice) { return basic::Int(codice / 163.0) + 53; }
 
 // Cards in the human's hand.
 long carte_in_mano();

@@ -40,6 +40,10 @@ extern Long posizione_selezionata;
 extern bool attesa_timer;
 extern bool uscita;
 
+// A jolly leaving the table comes back as the plain jolly 53 or 54, whatever
+// its pack was.
+inline Byte jolly_ritirato(long codice) { return Byte(basic::Int(codice / 163.0) + 53); }
+
 // Suit 1-5 (0 for an empty slot) and number 0-13 of a card code.
 Byte seme_carta(Byte c);
 Byte numero_carta(Byte c);

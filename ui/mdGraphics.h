@@ -48,3 +48,14 @@ Long riga_da_y(Long y);
 // Places `pannello` (a child of the table) over the centre of the table and
 // paints it as a shaded copy of the table beneath.
 void prepara_pannello(Canvas& tela, QWidget& pannello);
+
+// The places the game parts share: the discard pile (column 13) and the stock
+// (column 14) from row 21, and card k of a combination, the human's going
+// down from the middle line and the computer's climbing from it.
+inline Long colonna_pozzo() { return colonne_tavolo - 1; }
+inline Long colonna_tallone() { return colonne_tavolo; }
+inline Long riga_pozzo() { return righe_tavolo / 2 - 3; }
+inline Long riga_combinazione(bool umano, long k)
+{
+    return umano ? righe_tavolo / 2 + k - 1 : righe_tavolo / 2 - (k + 5);
+}
