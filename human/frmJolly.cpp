@@ -218,6 +218,12 @@ void FrmJolly::reject()
 void FrmJolly::showEvent(QShowEvent* e)
 {
     QDialog::showEvent(e);
+    // The designed size is the outer one: the window's frame comes out of it.
+    const QSize cornice = frameGeometry().size() - geometry().size();
+    if (cornice.width() > 0 || cornice.height() > 0) {
+        const QSize esterno(2 * Label1->x() + Label1->width(), 2 * Label1->y() + Option4->y() + 100);
+        setFixedSize(esterno - cornice);
+    }
     if (!e->spontaneous()) basic::protetto([&] { Form_Activate(); });
 }
 

@@ -74,7 +74,8 @@ private slots:
             QCOMPARE(voci, (QStringList{"Ace", "2", "3", "4", "5", "6", "7", "8", "9", "10", "J", "Q", "K"}));
             QCOMPARE(d.Combo1->currentIndex(), 0);
             QVERIFY(seme(d, 1)->isChecked());
-            QCOMPARE(d.size(), QSize(186, 156));
+            // The designed size is the outer one, frame included.
+            QCOMPARE(d.frameGeometry().size(), QSize(186, 156));
             QCOMPARE(d.posto_anteprima(), QRectF(115, 40, 51, 70));
             // One suit at a time.
             QTest::mouseClick(seme(d, 3), Qt::LeftButton);

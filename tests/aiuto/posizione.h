@@ -39,7 +39,8 @@ std::string combinazione_computer_come_testo(int k);
 void pozzo_da(const std::string& elenco);
 std::string pozzo_come_testo();
 
-// The main window, created once per test program with the test hooks on: run-
+// The main window, created once per test program with the test hooks on and
+// the shuffles seeded alike: run-
 // time errors and the end of the program are recorded instead of ending the
 // process, boxes answer automatically, pauses last nothing, and the pictures
 // come from the source tree's media folder. Every call also clears the state,

@@ -1,0 +1,544 @@
+#include "simulatore.h"
+
+#include "giocatore.h"
+#include "invarianti.h"
+#include "stato.h"
+
+#include "human/frmJolly.h"
+#include "platform/basic.h"
+#include "platform/dialoghi.h"
+#include "platform/lettore_wave.h"
+#include "platform/mmc.h"
+#include "rules/mdTavolata.h"
+#include "ui/frmTV.h"
+#include "ui/mdGraphics.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QTimer>
+
+#include <cstdio>
+#include <random>
+#include <sstream>
+#include <stdexcept>
+
+namespace simulazione {
+
+namespace {
+
+// A move of the simulated game that never ends by itself: stopped after this
+// many turns of the event loop (a whole turn of the computer takes a few
+// hundred).
+constexpr long GIRI_MASSIMI = 200000;
+
+// Chances, at each turn of the event loop while the computer plays, of a
+// press anywhere, of a harmless menu command, of "New game" and of "Quit".
+constexpr double P_PRESSIONE = 0.02;
+constexpr double P_MENU = 0.004;
+constexpr double P_NUOVA_PARTITA = 0.00002;
+constexpr double P_ESCI = 0.000004;
+
+QString cartella_figure()
+{
+    const QByteArray scelta = qgetenv("TAVOLATA_MEDIA");
+    if (!scelta.isEmpty()) return QString::fromLocal8Bit(scelta);
+    const QString accanto = QCoreApplication::applicationDirPath();
+    if (QFileInfo::exists(accanto + QStringLiteral("/totale.bmp"))) return accanto;
+    return QStringLiteral(TAVOLATA_SORGENTE "/media");
+}
+
+double probabilita(std::mt19937& caso) { return std::uniform_real_distribution<double>(0, 1)(caso); }
+
+bool carte_diverse_in_mazzo(const Istantanea& a, const Istantanea& b)
+{
+    for (std::size_t i = 1; i <= 27; ++i)
+        if (a.mazzo[i] != b.mazzo[i]) return true;
+    return false;
+}
+
+class Motore {
+public:
+    explicit Motore(const Opzioni& o) : opzioni_(o), giocatore_(o.rumore) {}
+    Rapporto esegui();
+
+private:
+    struct Azione {
+        std::string nome;
+        Area area = Area::nessuna;
+    };
+
+    // One call into the game, checked afterwards.
+    template <class F>
+    void mossa(const Azione& azione, F&& chiamata);
+    void dopo_la_mossa(const Azione& azione, const Istantanea& prima);
+    void fine_fatale(const Azione& azione, const Istantanea& prima, const Istantanea& dopo);
+    std::string riconosci(const Azione& azione, const Istantanea& prima, const Istantanea& dopo) const;
+    void guasto(const std::string& testo, const Azione& azione, const Istantanea& prima, const Istantanea& dopo);
+    void osserva();
+    void disturba();
+    void rispondi_al_dialogo(FrmJolly& dialogo);
+    void comando_menu(bool anche_nuova_partita, const char* chi);
+
+    Opzioni opzioni_;
+    Rapporto r_;
+    Giocatore giocatore_;
+    Controllore controllore_;
+    std::mt19937 caso_;
+    std::mt19937 caso_rumore_;
+
+    bool in_mossa_ = false;
+    long giri_ = 0;
+    bool senza_fine_ = false;
+    bool corsa_ = false;  // "New game" chose during a running turn
+    bool nuova_partita_a_riposo_ = false;
+    FrmJolly* dialogo_risposto_ = nullptr;
+
+    // Hand ends seen by the observer: who closed (1 the player, 2 the
+    // computer) and what the loser's hand is worth.
+    struct Chiusura {
+        int chi;
+        long penalita;
+    };
+    std::vector<Chiusura> chiusure_;
+    bool chiusura_vista_ = false;
+    std::size_t richieste_lette_ = 0;
+};
+
+template <class F>
+void Motore::mossa(const Azione& azione, F&& chiamata)
+{
+    const Istantanea prima = fotografa();
+    in_mossa_ = true;
+    giri_ = 0;
+    senza_fine_ = false;
+    corsa_ = false;
+    nuova_partita_a_riposo_ = false;
+    chiusure_.clear();
+    basic::protetto(chiamata);
+    // The table is repainted as the window would do it.
+    QCoreApplication::processEvents();
+    in_mossa_ = false;
+    dopo_la_mossa(azione, prima);
+}
+
+void Motore::dopo_la_mossa(const Azione& azione, const Istantanea& prima)
+{
+    const Istantanea dopo = fotografa();
+    if (basic::programma_terminato()) {
+        fine_fatale(azione, prima, dopo);
+        return;
+    }
+
+    // A game is over when the end-of-game question was asked.
+    bool partita_nuova = false;
+    const auto& richieste = piattaforma::prova::richieste();
+    for (std::size_t i = richieste_lette_; i < richieste.size(); ++i)
+        if (richieste[i].rfind("MsgBox|", 0) == 0 && richieste[i].find(" lost.") != std::string::npos) {
+            ++r_.partite;
+            partita_nuova = true;
+        }
+    richieste_lette_ = richieste.size();
+
+    for (const Chiusura& c : chiusure_) {
+        ++r_.mani_chiuse;
+        if (c.chi == 1) {
+            ++r_.vinte_umano;
+            r_.penalita_computer += c.penalita;
+        } else {
+            ++r_.vinte_computer;
+            r_.penalita_umano += c.penalita;
+        }
+    }
+    // The score sheet charges exactly what the loser's hand is worth.
+    if (chiusure_.size() == 1 && !partita_nuova && !corsa_) {
+        const long perdente = chiusure_[0].chi == 1 ? 2 : 1;
+        const long addebito = dopo.punti[std::size_t(perdente)] - prima.punti[std::size_t(perdente)];
+        if (addebito != chiusure_[0].penalita)
+            guasto("the loser was charged " + std::to_string(addebito) + " for a hand worth " +
+                       std::to_string(chiusure_[0].penalita),
+                   azione, prima, dopo);
+    }
+    if (chiusure_.empty() && (partita_nuova || (frmTV().picture_score->isVisible() && prima.turno_umano))) {
+        ++r_.mani_chiuse;
+        ++r_.mani_senza_penalita;
+    }
+
+    const bool mano_nuova = carte_diverse_in_mazzo(prima, dopo);
+    if (corsa_) {
+        controllore_.sospendi();
+        ++r_.mani_interrotte;
+    } else if (mano_nuova && controllore_.sospeso()) {
+        controllore_.nuova_mano();
+    }
+    if (nuova_partita_a_riposo_) ++r_.mani_interrotte;
+    for (const std::string& g : controllore_.controlla(prima, dopo, azione.area, mano_nuova, partita_nuova))
+        guasto(g, azione, prima, dopo);
+
+    // The records the game keeps for the tests would grow for ever.
+    piattaforma::prova::azzera_suoni();
+    frmTV().MMC1->registro.clear();
+}
+
+void Motore::fine_fatale(const Azione& azione, const Istantanea& prima, const Istantanea& dopo)
+{
+    std::string esito = riconosci(azione, prima, dopo);
+    if (esito.empty() && controllore_.sospeso())
+        esito = "run-time error " + std::to_string(basic::prova::ultimo_errore_fatale()) +
+                " in a hand dealt by \"New game\" in the middle of a turn";
+    if (esito.empty()) {
+        guasto("the program ended: run-time error " + std::to_string(basic::prova::ultimo_errore_fatale()) +
+                   ", exit code " + std::to_string(basic::prova::codice_di_uscita()),
+               azione, prima, dopo);
+    } else {
+        if (!r_.esiti.count(esito)) r_.prima_mano[esito] = r_.mani() + 1;
+        ++r_.esiti[esito];
+    }
+    // A hand that closed before the end counts as closed, any other as cut short.
+    if (chiusure_.empty()) ++r_.mani_interrotte;
+    for (const Chiusura& c : chiusure_) {
+        ++r_.mani_chiuse;
+        (c.chi == 1 ? r_.vinte_umano : r_.vinte_computer)++;
+        (c.chi == 1 ? r_.penalita_computer : r_.penalita_umano) += c.penalita;
+    }
+
+    // The program would end here; the simulator deals afresh and goes on.
+    basic::prova::azzera();
+    frmTV().picture_score->hide();
+    controllore_.nuova_mano();
+    mossa({"deal after the end", Area::nessuna}, [] { frmTV().gioco_imposta(); });
+}
+
+std::string Motore::riconosci(const Azione& azione, const Istantanea& prima, const Istantanea& dopo) const
+{
+    const int numero = basic::prova::ultimo_errore_fatale();
+    const int codice = basic::prova::codice_di_uscita();
+    if (senza_fine_) return "the computer's turn never ends (stopped by the simulator)";
+    if (numero == 0 && codice == 0) return "\"Quit\" chosen from the menu during a move";
+    if (numero != 9) return {};
+    if (azione.area == Area::pozzo && prima.turno_umano && prima.fase.size() == 3 && prima.fase[1] == '0' &&
+        prima.n_pozzo == 1)
+        return "9: the player takes a discard pile of one card";
+    if ((azione.area == Area::tavolo_proprio || azione.area == Area::tavolo_avversario) && prima.fase == "011") {
+        for (long c = 1; c <= 13; ++c)
+            if (lunghezza(prima.tavolo_umano[std::size_t(c)]) == 13 || lunghezza(prima.tavolo_computer[std::size_t(c)]) == 13)
+                return "9: the player puts a 14th card on a straight of 13";
+    }
+    if (!dopo.turno_umano) {
+        if (dopo.n_pozzo == 1)
+            for (long i = 1; i <= 14; ++i)
+                if (dopo.mano_computer[std::size_t(i)] == dopo.pozzo[1] && dopo.pozzo[1] != 0)
+                    return "9: the computer takes a discard pile of one card";
+        if (mano_vuota(dopo.mano_computer)) return "9: the computer laid every card and has none left to discard";
+        for (long c = 1; c <= 13; ++c)
+            if (lunghezza(dopo.tavolo_umano[std::size_t(c)]) == 13 || lunghezza(dopo.tavolo_computer[std::size_t(c)]) == 13)
+                return "9: the computer puts a 14th card on a straight of 13";
+        bool piena = true;
+        for (long i = 1; i <= 14; ++i) piena = piena && dopo.mano_computer[std::size_t(i)] != 0;
+        if (piena) return "9: a card goes into the computer's full hand";
+    }
+    return {};
+}
+
+void Motore::guasto(const std::string& testo, const Azione& azione, const Istantanea& prima, const Istantanea& dopo)
+{
+    std::ostringstream s;
+    s << "seed " << opzioni_.seme << ", hand " << r_.mani() + 1 << ", after \"" << azione.nome << "\": " << testo
+      << "\n before:\n"
+      << testo_stato(prima) << " after:\n"
+      << testo_stato(dopo);
+    r_.guasti.push_back(s.str());
+    if (!opzioni_.silenzioso) std::fprintf(stderr, "FAILURE %s\n", s.str().c_str());
+}
+
+void Motore::osserva()
+{
+    if (in_mossa_ && ++giri_ > GIRI_MASSIMI && !basic::programma_terminato()) {
+        senza_fine_ = true;
+        try {
+            basic::fine_programma(99);
+        } catch (const basic::ProgrammaTerminato&) {
+        }
+        // A dialog left open would keep its own loop going.
+        if (QWidget* modale = QApplication::activeModalWidget()) modale->close();
+        return;
+    }
+
+    // The end of a hand, seen as the score sheet is being prepared: the hand
+    // of the player who closed is empty and his table holds what he laid.
+    const bool umano_vuoto = [] {
+        for (long i = 1; i <= 14; ++i)
+            if (mano_umano(i) != 0) return false;
+        return true;
+    }();
+    const bool computer_vuoto = [] {
+        for (long i = 1; i <= 14; ++i)
+            if (mano_computer(i) != 0) return false;
+        return true;
+    }();
+    if (!umano_vuoto && !computer_vuoto) {
+        chiusura_vista_ = false;
+    } else if (!chiusura_vista_ && fase == "000") {
+        bool umano_ha_calato = false;
+        for (long c = 1; c <= 13; ++c) umano_ha_calato = umano_ha_calato || tavolo_umano(c, 1) != 0;
+        const bool umano_ha_chiuso = umano_vuoto && umano_ha_calato;
+        const bool computer_ha_chiuso = computer_vuoto && tavolo_computer(1, 1) != 0;
+        if (umano_ha_chiuso || computer_ha_chiuso) {
+            chiusura_vista_ = true;
+            long valore = 0;
+            for (long i = 1; i <= 14; ++i) {
+                const long c = umano_ha_chiuso ? long(mano_computer(i)) : long(mano_umano(i));
+                if (c != 0) valore += penalita(c);
+            }
+            chiusure_.push_back({umano_ha_chiuso ? 1 : 2, valore});
+        }
+    }
+
+    // The jolly dialog is answered once each time it shows (a dialog shown
+    // later may well live at the same address).
+    auto* dialogo = qobject_cast<FrmJolly*>(QApplication::activeModalWidget());
+    if (!dialogo || !dialogo->isVisible()) {
+        dialogo_risposto_ = nullptr;
+    } else if (dialogo != dialogo_risposto_) {
+        dialogo_risposto_ = dialogo;
+        rispondi_al_dialogo(*dialogo);
+    }
+}
+
+void Motore::rispondi_al_dialogo(FrmJolly& dialogo)
+{
+    int carta = giocatore_.valore_jolly();
+    if (carta == 0) carta = std::uniform_int_distribution<int>(1, 52)(caso_);
+    const int seme_scelto = (carta - 1) / 13 + 1;
+    PulsanteSeme* semi[] = {dialogo.Option1, dialogo.Option2, dialogo.Option3, dialogo.Option4};
+    if (!semi[seme_scelto - 1]->isChecked()) semi[seme_scelto - 1]->click();
+    dialogo.Combo1->setCurrentIndex((carta - 1) % 13);
+
+    const double modo = opzioni_.rumore ? probabilita(caso_) : 0;
+    if (modo < 0.7) {
+        // A press in the middle of the preview confirms the card.
+        const QPointF punto = dialogo.posto_anteprima().center();
+        QMouseEvent premi(QEvent::MouseButtonPress, punto, dialogo.mapToGlobal(punto), Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(&dialogo, &premi);
+        ++r_.dialoghi["confirmed on the preview"];
+    } else if (modo < 0.85) {
+        QKeyEvent esc(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QCoreApplication::sendEvent(&dialogo, &esc);
+        ++r_.dialoghi["closed with Escape"];
+    } else {
+        dialogo.close();
+        ++r_.dialoghi["closed by the close box"];
+    }
+}
+
+void Motore::comando_menu(bool anche_nuova_partita, const char* chi)
+{
+    FrmTV& f = frmTV();
+    std::vector<std::pair<QAction*, const char*>> voci = {
+        {f.menu_english_rules, "English rules"}, {f.menu_regole_italiano, "Italian rules"}, {f.menu_about, "Info"},
+        {f.menu_card_rustle_yes, "card rustle Yes"}, {f.menu_card_rustle_no, "card rustle No"},
+        {f.nomusic, "no music"}, {f.all, "sequential mode"}};
+    for (long i = 1; i <= FrmTV::numero_canzoni; ++i) voci.push_back({f.canzoni(i), "a song"});
+    if (anche_nuova_partita) voci.push_back({f.menu_newgame, "New game"});
+    const auto& [azione, nome] = voci[std::uniform_int_distribution<std::size_t>(0, voci.size() - 1)(caso_rumore_)];
+    ++r_.disturbi[std::string(nome) + " (" + chi + ")"];
+    if (azione == f.menu_newgame) nuova_partita_a_riposo_ = !f.picture_score->isVisible();
+    azione->trigger();
+}
+
+void Motore::disturba()
+{
+    if (!opzioni_.rumore || !in_mossa_ || turno_umano || basic::programma_terminato()) return;
+    const double p = probabilita(caso_rumore_);
+    FrmTV& f = frmTV();
+    if (p < P_PRESSIONE) {
+        // The player's presses while the computer plays change nothing.
+        const float x = std::uniform_real_distribution<float>(0, 1024)(caso_rumore_);
+        const float y = std::uniform_real_distribution<float>(0, 768)(caso_rumore_);
+        const Istantanea prima = fotografa();
+        basic::protetto([&] { f.Form_MouseDown(1, 0, x, y); });
+        ++r_.disturbi["press while the computer plays"];
+        const Istantanea dopo = fotografa();
+        if (!(prima == dopo)) guasto("a press during the computer's turn changed the game", {"noise press", area_di(x, y)}, prima, dopo);
+    } else if (p < P_PRESSIONE + P_MENU) {
+        comando_menu(false, "while the computer plays");
+    } else if (p < P_PRESSIONE + P_MENU + P_NUOVA_PARTITA) {
+        ++r_.disturbi["New game (while the computer plays)"];
+        corsa_ = true;
+        f.menu_newgame->trigger();
+    } else if (p < P_PRESSIONE + P_MENU + P_NUOVA_PARTITA + P_ESCI) {
+        ++r_.disturbi["Quit (while the computer plays)"];
+        f.menu_quit->trigger();
+    }
+}
+
+Rapporto Motore::esegui()
+{
+    QElapsedTimer orologio;
+    orologio.start();
+    r_.seme = opzioni_.seme;
+    r_.rumore = opzioni_.rumore;
+    r_.larghezza = frmTV().tela.larghezza_px();
+    r_.altezza = frmTV().tela.altezza_px();
+    fissa_seme(opzioni_.seme);
+    caso_.seed(opzioni_.seme * 2654435761u + 1);
+    caso_rumore_.seed(opzioni_.seme * 2246822519u + 7);
+
+    FrmTV& f = frmTV();
+    azzera_stato();
+    f.gioco_avviato = false;
+    f.picture_score->hide();
+    basic::prova::azzera();
+    piattaforma::prova::azzera();
+    richieste_lette_ = 0;
+
+    QTimer osservatore, rumore;
+    osservatore.setInterval(0);
+    rumore.setInterval(0);
+    QObject::connect(&osservatore, &QTimer::timeout, [this] { osserva(); });
+    QObject::connect(&rumore, &QTimer::timeout, [this] { disturba(); });
+    osservatore.start();
+    rumore.start();
+
+    controllore_.nuova_mano();
+    mossa({"first deal", Area::nessuna}, [&f] { f.gioco_imposta(); });
+    long ultima_segnalata = 0;
+    long pressioni_turno = 0;
+    while (r_.mani() < opzioni_.mani && long(r_.guasti.size()) < opzioni_.guasti_massimi) {
+        if (!opzioni_.silenzioso && r_.mani() >= ultima_segnalata + 1000) {
+            ultima_segnalata = r_.mani();
+            std::fprintf(stderr, "  %ld hands, %.1f s\n", r_.mani(), orologio.elapsed() / 1000.0);
+        }
+        if (f.picture_score->isVisible()) {
+            if (opzioni_.rumore && probabilita(caso_) < 0.03)
+                mossa({"a menu command on the score sheet", Area::nessuna}, [this] { comando_menu(true, "on the score sheet"); });
+            else
+                mossa({"click on the score sheet", Area::nessuna}, [&f] { f.picture_score_Click(); });
+            continue;
+        }
+        if (!turno_umano) {
+            const Istantanea s = fotografa();
+            guasto("nobody's turn: the computer has played and the player may not", {"waiting", Area::nessuna}, s, s);
+            controllore_.nuova_mano();
+            mossa({"deal after a stuck hand", Area::nessuna}, [&f] { f.gioco_imposta(); });
+            continue;
+        }
+        if (opzioni_.rumore && probabilita(caso_) < 0.01) {
+            mossa({"a menu command in the player's turn", Area::nessuna}, [this] { comando_menu(probabilita(caso_) < 0.05, "in the player's turn"); });
+            continue;
+        }
+        const bool deve_pescare = fase.size() == 3 && fase[1] == '0';
+        if (deve_pescare && pressioni_turno > 0) {
+            ++r_.turni_umano;
+            pressioni_turno = 0;
+        }
+        if (++pressioni_turno > 400) {
+            const Istantanea s = fotografa();
+            guasto("the player's turn does not end", {"waiting", Area::nessuna}, s, s);
+            controllore_.nuova_mano();
+            mossa({"deal after a stuck hand", Area::nessuna}, [&f] { f.gioco_imposta(); });
+            pressioni_turno = 0;
+            continue;
+        }
+        const Pressione p = giocatore_.prossima(caso_);
+        ++r_.pressioni;
+        ++r_.mosse[nome_mossa(p.mossa)];
+        mossa({nome_mossa(p.mossa), area_di(p.x, p.y)}, [&f, p] { f.Form_MouseDown(1, 0, p.x, p.y); });
+    }
+    osservatore.stop();
+    rumore.stop();
+    r_.rifiutate = giocatore_.rifiutate();
+    r_.casi = controllore_.casi();
+    r_.secondi = orologio.elapsed() / 1000.0;
+    return r_;
+}
+
+std::string percento(long parte, long tutto)
+{
+    char t[32];
+    std::snprintf(t, sizeof t, "%.1f%%", tutto ? 100.0 * parte / tutto : 0.0);
+    return t;
+}
+
+std::string decimale(double x)
+{
+    char t[32];
+    std::snprintf(t, sizeof t, "%.1f", x);
+    return t;
+}
+
+}  // namespace
+
+void prepara_finestra(int larghezza, int altezza)
+{
+    static FrmTV* finestra = nullptr;
+    if (finestra) {
+        finestra->resize(larghezza, altezza + finestra->menuBar()->sizeHint().height());
+        QCoreApplication::processEvents();
+        return;
+    }
+    basic::prova::attiva(true);
+    piattaforma::prova::automatico(true);
+    fattore_pause = 0;
+    imposta_cartella_programma(cartella_figure());
+    finestra = new FrmTV();
+    finestra->Form_Load();
+    if (carica_immagini() != 0)
+        throw std::runtime_error("the pictures did not load from " + cartella_programma().toStdString());
+    finestra->setWindowState(Qt::WindowNoState);
+    finestra->resize(larghezza, altezza + finestra->menuBar()->sizeHint().height());
+    finestra->show();
+    QCoreApplication::processEvents();
+}
+
+Rapporto simula(const Opzioni& opzioni)
+{
+    Motore m(opzioni);
+    return m.esegui();
+}
+
+std::string Rapporto::testo() const
+{
+    std::string t;
+    t += "Tavolata simulator, seed " + std::to_string(seme) + (rumore ? ", with noise" : ", without noise") + "\n";
+    t += "hands: " + std::to_string(mani()) + " (" + std::to_string(mani_chiuse) + " closed, " +
+         std::to_string(mani_interrotte) + " cut short); games finished: " + std::to_string(partite) + "\n";
+    t += "hands won: computer " + std::to_string(vinte_computer) + " (" + percento(vinte_computer, mani_chiuse) +
+         "), player " + std::to_string(vinte_umano) + " (" + percento(vinte_umano, mani_chiuse) + ")\n";
+    const long contate = mani_chiuse - mani_senza_penalita;
+    t += "average penalty per closed hand: player " + decimale(contate ? double(penalita_umano) / contate : 0) +
+         ", computer " + decimale(contate ? double(penalita_computer) / contate : 0);
+    t += "; per hand lost: player " + decimale(vinte_computer ? double(penalita_umano) / vinte_computer : 0) +
+         ", computer " + decimale(vinte_umano ? double(penalita_computer) / vinte_umano : 0) + "\n";
+    if (mani_senza_penalita)
+        t += "closed hands whose charge was not seen (left out of the averages): " + std::to_string(mani_senza_penalita) + "\n";
+    t += "player's turns: " + std::to_string(turni_umano) + ", presses: " + std::to_string(pressioni) +
+         ", plays the game refused: " + std::to_string(rifiutate) + "\n";
+    for (const auto& [nome, n] : mosse) t += "  " + nome + ": " + std::to_string(n) + "\n";
+    if (!dialoghi.empty()) {
+        t += "jolly dialog:\n";
+        for (const auto& [nome, n] : dialoghi) t += "  " + nome + ": " + std::to_string(n) + "\n";
+    }
+    if (!disturbi.empty()) {
+        t += "noise:\n";
+        for (const auto& [nome, n] : disturbi) t += "  " + nome + ": " + std::to_string(n) + "\n";
+    }
+    t += "fatal ends the game keeps on purpose:" + std::string(esiti.empty() ? " none\n" : "\n");
+    for (const auto& [nome, n] : esiti)
+        t += "  " + nome + ": " + std::to_string(n) + " (first in hand " + std::to_string(prima_mano.at(nome)) + ")\n";
+    t += "the game's own quirks met (cards it drops or doubles on purpose):" + std::string(casi.empty() ? " none\n" : "\n");
+    for (const auto& [nome, n] : casi) t += "  " + nome + ": " + std::to_string(n) + "\n";
+    t += "failures: " + std::to_string(guasti.size()) + "\n";
+    t += "table: " + std::to_string(larghezza) + " x " + std::to_string(altezza) + " pixels\n";
+    t += "time: " + decimale(secondi) + " s, " + decimale(secondi > 0 ? mani() / secondi : 0) + " hands per second\n";
+    return t;
+}
+
+}  // namespace simulazione

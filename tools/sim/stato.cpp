@@ -1,0 +1,152 @@
+#include "stato.h"
+
+#include "aiuto/posizione.h"
+#include "rules/mdTavolata.h"
+
+namespace simulazione {
+
+Istantanea fotografa()
+{
+    Istantanea s;
+    for (long i = 1; i <= 108; ++i) s.mazzo[i] = mazzo(i);
+    s.tallone = tallone;
+    for (long i = 1; i <= 82; ++i) s.pozzo[i] = pozzo(i);
+    s.n_pozzo = n_pozzo;
+    for (long i = 1; i <= 14; ++i) {
+        s.mano_umano[i] = mano_umano(i);
+        s.mano_computer[i] = mano_computer(i);
+    }
+    for (long c = 1; c <= 13; ++c)
+        for (long k = 1; k <= 13; ++k) {
+            s.tavolo_umano[c][k] = tavolo_umano(c, k);
+            s.tavolo_computer[c][k] = tavolo_computer(c, k);
+        }
+    s.punti[1] = punti(1);
+    s.punti[2] = punti(2);
+    s.fase = fase;
+    s.turno_umano = turno_umano;
+    s.inizia_computer = inizia_computer;
+    s.carta_selezionata = carta_selezionata;
+    s.posizione_selezionata = posizione_selezionata;
+    return s;
+}
+
+int classe_carta(long codice)
+{
+    if (codice <= 0) return -1;
+    if (codice > 108) return JOLLY;
+    const int k = int((codice - 1) % 54);
+    return k >= 52 ? JOLLY : k;
+}
+
+int seme(long codice)
+{
+    if (codice <= 0) return 0;
+    return int((codice - 1) % 54) / 13 + 1;
+}
+
+int numero(long codice)
+{
+    if (codice <= 0) return 0;
+    const int k = int((codice - 1) % 54);
+    return k > 51 ? 0 : k % 13 + 1;
+}
+
+bool jolly_semplice(long codice) { return codice == 53 || codice == 54 || codice == 107 || codice == 108; }
+
+long penalita(long codice)
+{
+    const int n = numero(codice);
+    if (n == 0) return 25;
+    if (n == 1) return 11;
+    return n > 10 ? 10 : n;
+}
+
+std::array<int, 53> conta_carte(const Istantanea& s)
+{
+    std::array<int, 53> n{};
+    auto conta = [&n](long codice) {
+        const int c = classe_carta(codice);
+        if (c >= 0) ++n[std::size_t(c)];
+    };
+    for (long i = 1; i <= 14; ++i) {
+        conta(s.mano_umano[i]);
+        conta(s.mano_computer[i]);
+    }
+    for (long c = 1; c <= 13; ++c)
+        for (long k = 1; k <= 13; ++k) {
+            conta(s.tavolo_umano[c][k]);
+            conta(s.tavolo_computer[c][k]);
+        }
+    // Slots of the pile above its top keep the cards taken from it: stale.
+    for (long i = 1; i <= s.n_pozzo && i <= 82; ++i) conta(s.pozzo[i]);
+    // The deck keeps the cards already dealt and drawn below the stock.
+    for (long i = s.tallone + 1; i <= 108; ++i)
+        if (i >= 1) conta(s.mazzo[i]);
+    return n;
+}
+
+std::array<int, 53> carte_di_un_mazzo()
+{
+    std::array<int, 53> n{};
+    n.fill(2);
+    n[JOLLY] = 4;
+    return n;
+}
+
+int lunghezza(const std::array<long, 14>& combinazione)
+{
+    int n = 0;
+    while (n < 13 && combinazione[n + 1] != 0) ++n;
+    return n;
+}
+
+bool mano_vuota(const std::array<long, 15>& mano)
+{
+    for (long i = 1; i <= 14; ++i)
+        if (mano[i] != 0) return false;
+    return true;
+}
+
+bool tavolo_vuoto(const std::array<std::array<long, 14>, 14>& tavolo)
+{
+    for (long c = 1; c <= 13; ++c)
+        if (tavolo[c][1] != 0) return false;
+    return true;
+}
+
+std::string testo_mano(const std::array<long, 15>& mano)
+{
+    std::string t;
+    for (long i = 1; i <= 14; ++i) t += (i > 1 ? " " : "") + prova::nome_carta(int(mano[i]));
+    return t;
+}
+
+std::string testo_tavolo(const std::array<std::array<long, 14>, 14>& tavolo)
+{
+    std::string t;
+    for (long c = 1; c <= 13; ++c) {
+        bool vuota = true;
+        for (long k = 1; k <= 13; ++k) vuota = vuota && tavolo[c][k] == 0;
+        if (vuota) continue;
+        t += " [" + std::to_string(c) + ":";
+        for (long k = 1; k <= 13; ++k) t += " " + prova::nome_carta(int(tavolo[c][k]));
+        t += "]";
+    }
+    return t.empty() ? " (empty)" : t;
+}
+
+std::string testo_stato(const Istantanea& s)
+{
+    std::string pila;
+    for (long i = 1; i <= s.n_pozzo && i <= 82; ++i) pila += " " + prova::nome_carta(int(s.pozzo[i]));
+    return "  phase \"" + s.fase + "\", player's turn " + (s.turno_umano ? "yes" : "no") + ", stock at " +
+           std::to_string(s.tallone) + ", pile " + std::to_string(s.n_pozzo) + ", marked " +
+           prova::nome_carta(int(s.carta_selezionata)) + " from slot " + std::to_string(s.posizione_selezionata) +
+           ", totals " + std::to_string(s.punti[1]) + "/" + std::to_string(s.punti[2]) +
+           "\n  player's hand:   " + testo_mano(s.mano_umano) + "\n  computer's hand: " + testo_mano(s.mano_computer) +
+           "\n  player's table:  " + testo_tavolo(s.tavolo_umano) + "\n  computer's table:" +
+           testo_tavolo(s.tavolo_computer) + "\n  pile:" + pila + "\n";
+}
+
+}  // namespace simulazione
