@@ -5,7 +5,10 @@
 #include <QAudioSink>
 #include <QBuffer>
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QFile>
+#include <QFileInfo>
+#include <QHash>
 #include <QMediaDevices>
 #include <QPointer>
 
@@ -57,6 +60,37 @@ std::optional<Onda> leggi_onda(const QString& percorso)
         }
     }
     sf_close(file);
+    return onda;
+}
+
+// The game plays the same two sounds all the time: what a file decoded to is
+// kept and used again while the file stays as it was (same size, same time of
+// change). A file changed in the last few seconds is always read afresh: the
+// file system's clock is coarse, and a file rewritten twice within one tick
+// with the same size would otherwise pass for unchanged.
+std::optional<Onda> onda_del_file(const QString& percorso)
+{
+    struct Letta {
+        qint64 dimensione;
+        QDateTime modificata;
+        std::optional<Onda> onda;
+    };
+    static QHash<QString, Letta> lette;
+    const QFileInfo info(percorso);
+    if (!info.isFile()) {
+        lette.remove(percorso);
+        return std::nullopt;
+    }
+    const QDateTime modificata = info.lastModified();
+    const auto it = lette.constFind(percorso);
+    if (it != lette.constEnd() && it->dimensione == info.size() && it->modificata == modificata) return it->onda;
+    std::optional<Onda> onda = leggi_onda(percorso);
+    if (modificata.isValid() && modificata.secsTo(QDateTime::currentDateTime()) >= 3) {
+        if (lette.size() > 32) lette.clear();
+        lette.insert(percorso, Letta{info.size(), modificata, onda});
+    } else {
+        lette.remove(percorso);
+    }
     return onda;
 }
 
@@ -129,7 +163,7 @@ prova::SuonoSuonato ultimo;
 void PlaySound(const QString& percorso)
 {
     richiesti << percorso;
-    const std::optional<Onda> letta = leggi_onda(percorso);
+    const std::optional<Onda> letta = onda_del_file(percorso);
     const Onda& onda = letta ? *letta : suono_predefinito();
     ultimo = {percorso, !letta, onda.durata_ms(), false};
     if (Canale* c = canale()) ultimo.su_dispositivo = c->suona(onda);

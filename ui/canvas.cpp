@@ -11,7 +11,40 @@ namespace {
 // A hand paints a few hundred cards; past this many calls since the last
 // clear the surface stops keeping them and a resize stretches the picture.
 constexpr std::size_t tratti_massimi = 200000;
+// The scaled pieces kept at once: every card face and back at one scale fits
+// many times over even on a 4K screen.
+constexpr std::size_t byte_pezzi_massimi = 96u << 20;
 }  // namespace
+
+std::size_t Canvas::HashChiave::operator()(const Chiave& c) const
+{
+    std::size_t h = std::hash<qint64>{}(c.figura);
+    for (double v : {c.x, c.y, c.w, c.h}) h = h * 1000003u ^ std::hash<double>{}(v);
+    return h * 1000003u ^ std::size_t(c.larghezza) << 20 ^ std::size_t(c.altezza);
+}
+
+const QImage& Canvas::pezzo(const QImage& figura, const QRectF& sorgente, QSize misura)
+{
+    const Chiave k{figura.cacheKey(), sorgente.x(), sorgente.y(), sorgente.width(), sorgente.height(),
+                   misura.width(), misura.height()};
+    if (auto it = pezzi_.find(k); it != pezzi_.end()) return it->second;
+    if (byte_pezzi_ > byte_pezzi_massimi) {
+        pezzi_.clear();
+        byte_pezzi_ = 0;
+    }
+    // Scaled as a painter would draw it, so a piece from the store and one
+    // drawn afresh are the same pixels.
+    QImage p(misura, figura.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+    p.fill(Qt::transparent);
+    {
+        QPainter pittore(&p);
+        pittore.setRenderHint(QPainter::SmoothPixmapTransform, true);
+        pittore.setCompositionMode(QPainter::CompositionMode_Source);
+        pittore.drawImage(QRectF(QPointF(0, 0), QSizeF(misura)), figura, sorgente);
+    }
+    byte_pezzi_ += std::size_t(p.sizeInBytes());
+    return pezzi_.emplace(k, std::move(p)).first->second;
+}
 
 Canvas::Canvas() : img_(1024, 768, QImage::Format_RGB32) { img_.fill(qRgb(0, 192, 0)); }
 
@@ -36,6 +69,8 @@ void Canvas::ridimensiona(int larghezza_px, int altezza_px)
     larghezza_px = std::max(1, larghezza_px);
     altezza_px = std::max(1, altezza_px);
     if (larghezza_px == img_.width() && altezza_px == img_.height()) return;
+    pezzi_.clear();
+    byte_pezzi_ = 0;
     if (storia_completa_) {
         img_ = QImage(larghezza_px, altezza_px, QImage::Format_RGB32);
         img_.fill(qRgb(0, 192, 0));
@@ -97,8 +132,11 @@ void Canvas::esegui(const Tratto& t)
         const QRect dst = in_pixel(t.destinazione);
         if (dst.isEmpty()) return;
         QPainter p(&img_);
-        p.setRenderHint(QPainter::SmoothPixmapTransform, true);
-        p.drawImage(QRectF(dst), t.figura, t.sorgente);
+        if (t.sorgente.size() == QSizeF(dst.size())) {
+            p.drawImage(dst.topLeft(), t.figura, t.sorgente.toRect());
+        } else {
+            p.drawImage(dst.topLeft(), pezzo(t.figura, t.sorgente, dst.size()));
+        }
         p.end();
         segnala(dst);
         return;

@@ -7,7 +7,9 @@
 #include <QRectF>
 #include <QRgb>
 
+#include <cstdint>
 #include <functional>
+#include <unordered_map>
 #include <vector>
 
 class Canvas {
@@ -64,6 +66,21 @@ private:
     };
     void esegui(const Tratto& t);
     void ricorda(Tratto t);
+    // The piece of a picture scaled to a device size, kept for the next
+    // time: a hand paints the same few cards over and over at one scale, and
+    // a ready piece is a plain copy of pixels.
+    const QImage& pezzo(const QImage& figura, const QRectF& sorgente, QSize misura);
+    struct Chiave {
+        qint64 figura;
+        double x, y, w, h;
+        int larghezza, altezza;
+        bool operator==(const Chiave&) const = default;
+    };
+    struct HashChiave {
+        std::size_t operator()(const Chiave& c) const;
+    };
+    std::unordered_map<Chiave, QImage, HashChiave> pezzi_;
+    std::size_t byte_pezzi_ = 0;
 
     void segnala(const QRect& r)
     {

@@ -66,11 +66,12 @@ void TavoloWidget::paintEvent(QPaintEvent* e)
 {
     if (!tela) return;
     QPainter p(this);
-    QImage img = tela->Image();
-    img.setDevicePixelRatio(double(tela->larghezza_px()) / std::max(1, width()));
-    p.drawImage(e->rect(), img, QRectF(e->rect().x() * img.devicePixelRatio(), e->rect().y() * img.devicePixelRatio(),
-                                       e->rect().width() * img.devicePixelRatio(),
-                                       e->rect().height() * img.devicePixelRatio()));
+    // The canvas is read in place: a copy of it here would cost a whole
+    // surface of memory traffic for every repaint.
+    const QImage& img = tela->Image();
+    const double rapporto = double(tela->larghezza_px()) / std::max(1, width());
+    const QRect r = e->rect();
+    p.drawImage(QRectF(r), img, QRectF(r.x() * rapporto, r.y() * rapporto, r.width() * rapporto, r.height() * rapporto));
 }
 
 void TavoloWidget::mousePressEvent(QMouseEvent* e)

@@ -476,6 +476,18 @@ std::string decimale(double x)
 
 }  // namespace
 
+namespace {
+// Headless, every jolly dialog the simulator opens makes the offscreen
+// platform say that it cannot pass on size hints; thousands of those lines
+// would bury the report. Everything else still goes through.
+QtMessageHandler gestore_precedente = nullptr;
+void filtra_messaggi(QtMsgType tipo, const QMessageLogContext& contesto, const QString& testo)
+{
+    if (testo.contains(QLatin1String("does not support propagateSizeHints"))) return;
+    if (gestore_precedente) gestore_precedente(tipo, contesto, testo);
+}
+}  // namespace
+
 void prepara_finestra(int larghezza, int altezza)
 {
     static FrmTV* finestra = nullptr;
@@ -484,6 +496,7 @@ void prepara_finestra(int larghezza, int altezza)
         QCoreApplication::processEvents();
         return;
     }
+    gestore_precedente = qInstallMessageHandler(filtra_messaggi);
     basic::prova::attiva(true);
     piattaforma::prova::automatico(true);
     fattore_pause = 0;
