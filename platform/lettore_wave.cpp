@@ -5,16 +5,16 @@
 #include <QAudioSink>
 #include <QBuffer>
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QFile>
-#include <QFileInfo>
 #include <QHash>
 #include <QMediaDevices>
 #include <QPointer>
 
 #include <sndfile.h>
+#include <sys/stat.h>
 
 #include <cmath>
+#include <ctime>
 #include <optional>
 
 namespace piattaforma {
@@ -71,23 +71,27 @@ std::optional<Onda> leggi_onda(const QString& percorso)
 std::optional<Onda> onda_del_file(const QString& percorso)
 {
     struct Letta {
-        qint64 dimensione;
-        QDateTime modificata;
+        struct stat stato;
         std::optional<Onda> onda;
     };
     static QHash<QString, Letta> lette;
-    const QFileInfo info(percorso);
-    if (!info.isFile()) {
+    struct stat stato{};
+    if (::stat(QFile::encodeName(percorso).constData(), &stato) != 0 || !S_ISREG(stato.st_mode)) {
         lette.remove(percorso);
         return std::nullopt;
     }
-    const QDateTime modificata = info.lastModified();
+    auto uguali = [](const struct stat& a, const struct stat& b) {
+        return a.st_dev == b.st_dev && a.st_ino == b.st_ino && a.st_size == b.st_size &&
+               a.st_mtim.tv_sec == b.st_mtim.tv_sec && a.st_mtim.tv_nsec == b.st_mtim.tv_nsec &&
+               a.st_ctim.tv_sec == b.st_ctim.tv_sec && a.st_ctim.tv_nsec == b.st_ctim.tv_nsec;
+    };
     const auto it = lette.constFind(percorso);
-    if (it != lette.constEnd() && it->dimensione == info.size() && it->modificata == modificata) return it->onda;
+    if (it != lette.constEnd() && uguali(it->stato, stato)) return it->onda;
     std::optional<Onda> onda = leggi_onda(percorso);
-    if (modificata.isValid() && modificata.secsTo(QDateTime::currentDateTime()) >= 3) {
+    const std::time_t adesso = std::time(nullptr);
+    if (adesso - stato.st_mtim.tv_sec >= 3 && adesso - stato.st_ctim.tv_sec >= 3) {
         if (lette.size() > 32) lette.clear();
-        lette.insert(percorso, Letta{info.size(), modificata, onda});
+        lette.insert(percorso, Letta{stato, onda});
     } else {
         lette.remove(percorso);
     }

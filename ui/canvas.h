@@ -69,6 +69,9 @@ private:
     // The piece of a picture scaled to a device size, kept for the next
     // time: a hand paints the same few cards over and over at one scale, and
     // a ready piece is a plain copy of pixels.
+    // Copies the rectangle `sorgente` of `figura`, unscaled, with its top
+    // left corner at `dove` (device pixels); what falls outside is left out.
+    void copia(const QImage& figura, QRect sorgente, QPoint dove);
     const QImage& pezzo(const QImage& figura, const QRectF& sorgente, QSize misura);
     struct Chiave {
         qint64 figura;
