@@ -60,6 +60,7 @@ check-packaging:
 #   make soak            100,000 simulated hands (SOAK_HANDS, SOAK_SEED, SOAK_TABLE)
 SANITIZE_BUILD ?= build-sanitize
 SANITIZE_HANDS ?= 200
+SANITIZE_SIM_HANDS ?= 1000
 BENCH_FLAGS ?= --benchmark_repetitions=5 --benchmark_report_aggregates_only=true
 SOAK_HANDS ?= 100000
 SOAK_SEED ?= 1
@@ -72,7 +73,7 @@ check-sanitize: deps
 	cd $(SANITIZE_BUILD) && QT_QPA_PLATFORM=offscreen TAVOLATA_MANI_SIMULATE=$(SANITIZE_HANDS) \
 	  ASAN_OPTIONS=detect_leaks=0 ctest --output-on-failure -j$(JOBS)
 	cd $(SANITIZE_BUILD) && QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=0 \
-	  ./tools/sim/tavolata-sim --hands $(SANITIZE_HANDS) --seed 3 --quiet
+	  ./tools/sim/tavolata-sim --hands $(SANITIZE_SIM_HANDS) --seed 3 --quiet
 
 bench: build
 	@for b in $(BUILD)/bench_*; do \

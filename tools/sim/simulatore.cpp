@@ -178,8 +178,9 @@ void Motore::dopo_la_mossa(const Azione& azione, const Istantanea& prima)
         controllore_.nuova_mano();
     }
     if (nuova_partita_a_riposo_) ++r_.mani_interrotte;
-    for (const std::string& g : controllore_.controlla(prima, dopo, azione.area, mano_nuova, partita_nuova))
-        guasto(g, azione, prima, dopo);
+    if (opzioni_.controlli)
+        for (const std::string& g : controllore_.controlla(prima, dopo, azione.area, mano_nuova, partita_nuova))
+            guasto(g, azione, prima, dopo);
 
     // The records the game keeps for the tests would grow for ever.
     piattaforma::prova::azzera_suoni();
@@ -189,7 +190,10 @@ void Motore::dopo_la_mossa(const Azione& azione, const Istantanea& prima)
 void Motore::fine_fatale(const Azione& azione, const Istantanea& prima, const Istantanea& dopo)
 {
     std::string esito = riconosci(azione, prima, dopo);
-    if (esito.empty() && controllore_.sospeso())
+    // "New game" chosen in this very move, or in an earlier one whose deal
+    // has not settled yet: the turn that was running goes on over the fresh
+    // deal and can end on any error.
+    if (esito.empty() && (corsa_ || controllore_.sospeso()))
         esito = "run-time error " + std::to_string(basic::prova::ultimo_errore_fatale()) +
                 " in a hand dealt by \"New game\" in the middle of a turn";
     if (esito.empty()) {

@@ -17,6 +17,7 @@ struct Opzioni {
     unsigned seme = 1;  // fixes the shuffles, the player's choices and the noise
     bool rumore = true;  // random presses and menu commands, odd moves of the player
     bool silenzioso = false;  // no progress lines
+    bool controlli = true;  // the invariants after every move (off only to time the game alone)
     long guasti_massimi = 20;  // stops after this many failures
     int larghezza = 1024, altezza = 768;  // of the table, in screen pixels
 };
