@@ -27,8 +27,8 @@ private slots:
         QTest::addColumn<unsigned>("seme");
         QTest::addColumn<bool>("rumore");
         QTest::addColumn<long>("mani");
-        QTest::newRow("scripted player with noise") << 1u << true << mani_richieste(1500);
-        QTest::newRow("scripted player alone") << 2u << false << mani_richieste(1500) / 4;
+        QTest::newRow("scripted player with noise") << 1u << true << mani_richieste(2400);
+        QTest::newRow("scripted player alone") << 2u << false << mani_richieste(2400) / 4;
     }
 
     void partite()
