@@ -266,6 +266,39 @@ private slots:
         QFile::remove(percorso);
     }
 
+    // The game keeps what a sound file held while the file is unchanged; a
+    // file replaced between two plays, even by one of the very same length
+    // and with an old date, is heard as it now is.
+    void suono_sostituito()
+    {
+        prova::finestra();
+        const QString percorso = cartella_.filePath(QStringLiteral("carta.wav"));
+        imposta_cartella_programma(cartella_.path());
+        const QByteArray buono = onda_buona();
+        QByteArray guasto(buono.size(), 'x');
+        const QDateTime ieri = QDateTime::currentDateTime().addDays(-1);
+        auto metti = [&](const QByteArray& dati, int secondi) {
+            scrivi(percorso, Variante{Danno::vuoto, dati, QString()});
+            QFile f(percorso);
+            QVERIFY(f.open(QIODevice::ReadWrite));
+            QVERIFY(f.setFileTime(ieri.addSecs(secondi), QFileDevice::FileModificationTime));
+        };
+        for (int giro = 0; giro < 3; ++giro) {
+            metti(buono, giro * 2);
+            suona_carta();
+            QVERIFY(!piattaforma::prova::ultimo_suono().predefinito);
+            QCOMPARE(piattaforma::prova::ultimo_suono().durata_ms, 100L);
+            suona_carta();
+            QCOMPARE(piattaforma::prova::ultimo_suono().durata_ms, 100L);
+            metti(guasto, giro * 2 + 1);
+            suona_carta();
+            QVERIFY2(piattaforma::prova::ultimo_suono().predefinito, "the replaced file was not read again");
+        }
+        QFile::remove(percorso);
+        suona_carta();
+        QVERIFY(piattaforma::prova::ultimo_suono().predefinito);
+    }
+
     void canzoni_data()
     {
         QTest::addColumn<QString>("file");
