@@ -12,42 +12,40 @@ namespace {
 // A hand paints a few hundred cards; past this many calls since the last
 // clear the surface stops keeping them and a resize stretches the picture.
 constexpr std::size_t tratti_massimi = 200000;
-// The scaled pieces kept at once: every card face and back at one scale fits
-// many times over even on a 4K screen.
-constexpr std::size_t byte_pezzi_massimi = 96u << 20;
+// The scaled pieces kept at once, in bytes: every card face and back, and
+// the bits of table that cover a card, at one scale on a 4K screen; and the
+// largest piece worth keeping (a whole table is drawn once a deal).
+constexpr qsizetype byte_pezzi_massimi = 40 << 20;
+constexpr qsizetype pezzo_massimo = 1 << 20;
 }  // namespace
 
-std::size_t Canvas::HashChiave::operator()(const Chiave& c) const
+std::size_t qHash(const Canvas::Chiave& c, std::size_t seme) noexcept
 {
-    std::size_t h = std::hash<qint64>{}(c.figura);
-    for (double v : {c.x, c.y, c.w, c.h}) h = h * 1000003u ^ std::hash<double>{}(v);
-    return h * 1000003u ^ std::size_t(c.larghezza) << 20 ^ std::size_t(c.altezza);
+    return qHashMulti(seme, c.figura, c.x, c.y, c.w, c.h, c.larghezza, c.altezza);
 }
 
-const QImage& Canvas::pezzo(const QImage& figura, const QRectF& sorgente, QSize misura)
+const QImage* Canvas::pezzo(const QImage& figura, const QRectF& sorgente, QSize misura)
 {
     const Chiave k{figura.cacheKey(), sorgente.x(), sorgente.y(), sorgente.width(), sorgente.height(),
                    misura.width(), misura.height()};
-    if (auto it = pezzi_.find(k); it != pezzi_.end()) return it->second;
-    if (byte_pezzi_ > byte_pezzi_massimi) {
-        pezzi_.clear();
-        byte_pezzi_ = 0;
-    }
+    if (const QImage* pronto = pezzi_.object(k)) return pronto;
+    const qsizetype byte = qsizetype(misura.width()) * misura.height() * 4;
+    if (byte > pezzo_massimo) return nullptr;
     // Scaled as a painter would draw it, so a piece from the store and one
     // drawn afresh are the same pixels.
-    QImage p(misura, figura.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
-    p.fill(Qt::transparent);
+    auto* p = new QImage(misura, figura.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+    p->fill(Qt::transparent);
     {
-        QPainter pittore(&p);
+        QPainter pittore(p);
         pittore.setRenderHint(QPainter::SmoothPixmapTransform, true);
         pittore.setCompositionMode(QPainter::CompositionMode_Source);
         pittore.drawImage(QRectF(QPointF(0, 0), QSizeF(misura)), figura, sorgente);
     }
-    byte_pezzi_ += std::size_t(p.sizeInBytes());
-    return pezzi_.emplace(k, std::move(p)).first->second;
+    pezzi_.insert(k, p, byte);
+    return pezzi_.object(k);
 }
 
-Canvas::Canvas() : img_(1024, 768, QImage::Format_RGB32) { img_.fill(qRgb(0, 192, 0)); }
+Canvas::Canvas() : pezzi_(byte_pezzi_massimi), img_(1024, 768, QImage::Format_RGB32) { img_.fill(qRgb(0, 192, 0)); }
 
 void Canvas::ricorda(Tratto t)
 {
@@ -71,7 +69,6 @@ void Canvas::ridimensiona(int larghezza_px, int altezza_px)
     altezza_px = std::max(1, altezza_px);
     if (larghezza_px == img_.width() && altezza_px == img_.height()) return;
     pezzi_.clear();
-    byte_pezzi_ = 0;
     if (storia_completa_) {
         img_ = QImage(larghezza_px, altezza_px, QImage::Format_RGB32);
         img_.fill(qRgb(0, 192, 0));
@@ -155,8 +152,13 @@ void Canvas::esegui(const Tratto& t)
         if (dst.isEmpty()) return;
         if (t.sorgente.size() == QSizeF(dst.size()) && t.sorgente.toRect() == t.sorgente)
             copia(t.figura, t.sorgente.toRect(), dst.topLeft());
-        else
-            copia(pezzo(t.figura, t.sorgente, dst.size()), QRect(QPoint(0, 0), dst.size()), dst.topLeft());
+        else if (const QImage* pronto = pezzo(t.figura, t.sorgente, dst.size()))
+            copia(*pronto, QRect(QPoint(0, 0), dst.size()), dst.topLeft());
+        else {
+            QPainter p(&img_);
+            p.setRenderHint(QPainter::SmoothPixmapTransform, true);
+            p.drawImage(QRectF(dst), t.figura, t.sorgente);
+        }
         segnala(dst);
         return;
     }

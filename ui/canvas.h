@@ -3,13 +3,13 @@
 // stays until something is drawn over it; the window simply shows it.
 #pragma once
 
+#include <QCache>
 #include <QImage>
 #include <QRectF>
 #include <QRgb>
 
 #include <cstdint>
 #include <functional>
-#include <unordered_map>
 #include <vector>
 
 class Canvas {
@@ -66,24 +66,26 @@ private:
     };
     void esegui(const Tratto& t);
     void ricorda(Tratto t);
-    // The piece of a picture scaled to a device size, kept for the next
-    // time: a hand paints the same few cards over and over at one scale, and
-    // a ready piece is a plain copy of pixels.
     // Copies the rectangle `sorgente` of `figura`, unscaled, with its top
     // left corner at `dove` (device pixels); what falls outside is left out.
     void copia(const QImage& figura, QRect sorgente, QPoint dove);
-    const QImage& pezzo(const QImage& figura, const QRectF& sorgente, QSize misura);
+    // The piece of a picture scaled to a device size, kept for the next
+    // time: a hand paints the same few cards over and over at one scale, and
+    // a ready piece is a plain copy of pixels. Null for a piece too big to
+    // keep (the whole table), which is painted straight away.
+    const QImage* pezzo(const QImage& figura, const QRectF& sorgente, QSize misura);
+
+public:
     struct Chiave {
         qint64 figura;
         double x, y, w, h;
         int larghezza, altezza;
         bool operator==(const Chiave&) const = default;
     };
-    struct HashChiave {
-        std::size_t operator()(const Chiave& c) const;
-    };
-    std::unordered_map<Chiave, QImage, HashChiave> pezzi_;
-    std::size_t byte_pezzi_ = 0;
+
+private:
+    // The pieces used last are kept, up to a few megabytes of them.
+    QCache<Chiave, QImage> pezzi_;
 
     void segnala(const QRect& r)
     {
