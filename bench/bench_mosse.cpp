@@ -33,11 +33,19 @@ void segna(FrmTV& f, int k)
 
 const std::string MANO = "7H 8H 9H 10H 2C 5D KS QS JS 4C 6D AH 3S";
 
-void BM_pescare(benchmark::State& st)
+// The window with the card sound as the benchmark's first argument says, and
+// `mano` dealt to the player.
+FrmTV& prepara(const benchmark::State& st, const std::string& mano)
 {
     FrmTV& f = banco::finestra();
     banco::suono_carte(f, st.range(0) != 0);
-    posizione(f, MANO);
+    posizione(f, mano);
+    return f;
+}
+
+void BM_pescare(benchmark::State& st)
+{
+    FrmTV& f = prepara(st, MANO);
     const long prima = banco::ridipinture().quante;
     for (auto _ : st) {
         st.PauseTiming();
@@ -53,9 +61,7 @@ void BM_pescare(benchmark::State& st)
 
 void BM_segnare(benchmark::State& st)
 {
-    FrmTV& f = banco::finestra();
-    banco::suono_carte(f, st.range(0) != 0);
-    posizione(f, MANO);
+    FrmTV& f = prepara(st, MANO);
     const long prima = banco::ridipinture().quante;
     for (auto _ : st) {
         fase = "010";
@@ -69,9 +75,7 @@ void BM_segnare(benchmark::State& st)
 // hand (every card redrawn).
 void BM_spostare(benchmark::State& st)
 {
-    FrmTV& f = banco::finestra();
-    banco::suono_carte(f, st.range(0) != 0);
-    posizione(f, MANO);
+    FrmTV& f = prepara(st, MANO);
     const long prima = banco::ridipinture().quante;
     const int verso = int(st.range(1));
     for (auto _ : st) {
@@ -89,9 +93,7 @@ void BM_spostare(benchmark::State& st)
 // The marked 7 of hearts laid on an empty column of the player's table.
 void BM_calare(benchmark::State& st)
 {
-    FrmTV& f = banco::finestra();
-    banco::suono_carte(f, st.range(0) != 0);
-    posizione(f, MANO);
+    FrmTV& f = prepara(st, MANO);
     const long prima = banco::ridipinture().quante;
     for (auto _ : st) {
         st.PauseTiming();
@@ -111,9 +113,7 @@ void BM_calare(benchmark::State& st)
 // combination redrawn card by card), the player having opened with 40.
 void BM_attaccare(benchmark::State& st)
 {
-    FrmTV& f = banco::finestra();
-    banco::suono_carte(f, st.range(0) != 0);
-    posizione(f, MANO);
+    FrmTV& f = prepara(st, MANO);
     const long prima = banco::ridipinture().quante;
     for (auto _ : st) {
         st.PauseTiming();
@@ -142,9 +142,7 @@ void BM_suono_carta(benchmark::State& st)
 // over, up to the first pause of the computer's turn, where the turn is cut.
 void BM_scartare(benchmark::State& st)
 {
-    FrmTV& f = banco::finestra();
-    banco::suono_carte(f, st.range(0) != 0);
-    posizione(f, MANO + " 5C");
+    FrmTV& f = prepara(st, MANO + " 5C");
     const long prima = banco::ridipinture().quante;
     QTimer taglio;
     taglio.setInterval(0);
