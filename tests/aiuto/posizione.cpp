@@ -139,6 +139,47 @@ std::string pozzo_come_testo()
     return elenco(v);
 }
 
+void tavoli_da(const std::string& testo)
+{
+    for (long k = 1; k <= 13; ++k)
+        for (long j = 1; j <= 13; ++j) tavolo_umano(k, j) = tavolo_computer(k, j) = 0;
+    std::istringstream in(testo);
+    for (std::string parte; std::getline(in, parte, '|');) {
+        const auto due_punti = parte.find(':');
+        if (due_punti == std::string::npos) {
+            if (parte.find_first_not_of(' ') == std::string::npos) continue;
+            throw std::invalid_argument("no table named in: " + parte);
+        }
+        const std::string chi = parte.substr(parte.find_first_not_of(' '), due_punti - parte.find_first_not_of(' '));
+        const std::string carte_date = parte.substr(due_punti + 1);
+        if (chi == "p") {
+            pozzo_da(carte_date);
+        } else if (chi.size() > 1 && (chi[0] == 'u' || chi[0] == 'c')) {
+            const int k = std::stoi(chi.substr(1));
+            if (k < 1 || k > 13) throw std::invalid_argument("no combination " + chi);
+            riempi_combinazione(chi[0] == 'u' ? tavolo_umano : tavolo_computer, k, carte_date);
+        } else {
+            throw std::invalid_argument("no table named " + chi);
+        }
+    }
+}
+
+std::string tavoli_come_testo()
+{
+    std::string s;
+    const auto tavolo = [&](Tabella2<Byte, 1, 13, 1, 13>& t, char chi) {
+        for (long k = 1; k <= 13; ++k) {
+            std::vector<int> v;
+            for (long j = 1; j <= 13; ++j) v.push_back(long(t(k, j)));
+            while (!v.empty() && v.back() == 0) v.pop_back();
+            if (!v.empty()) s += chi + std::to_string(k) + ":" + elenco(v) + " | ";
+        }
+    };
+    tavolo(tavolo_umano, 'u');
+    tavolo(tavolo_computer, 'c');
+    return s + "p:" + pozzo_come_testo();
+}
+
 FrmTV& finestra()
 {
     static FrmTV* f = nullptr;
@@ -234,5 +275,26 @@ std::string cosa_mostra(int colonna, int riga)
     if (cella_mostra(colonna, riga, 1, true)) return "back 0";
     if (cella_mostra(colonna, riga, 55, true)) return "back 1";
     return "other";
+}
+
+bool mano_mostrata(bool computer, int salvo)
+{
+    for (int i = 1; i <= 14; ++i) {
+        if (i == salvo) continue;
+        const long c = computer ? long(mano_computer(i)) : long(mano_umano(i));
+        if (!cella_mostra(i, computer ? 1 : 41, int(c), computer && c != 0)) return false;
+    }
+    return true;
+}
+
+bool combinazione_disegnata(int k, bool del_umano)
+{
+    auto& t = del_umano ? tavolo_umano : tavolo_computer;
+    for (int j = 1; j <= 13 && t(k, j) != 0; ++j) {
+        const bool coperta_dalla_successiva = j < 13 && t(k, j + 1) != 0;
+        const int riga = del_umano ? 24 + j - 1 : 19 - j;
+        if (!cella_mostra(k, riga, long(t(k, j)), false, coperta_dalla_successiva ? 1 : 6, !del_umano)) return false;
+    }
+    return true;
 }
 }  // namespace prova

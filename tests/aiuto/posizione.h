@@ -39,6 +39,26 @@ std::string combinazione_computer_come_testo(int k);
 void pozzo_da(const std::string& elenco);
 std::string pozzo_come_testo();
 
+// Both tables and the pile as one text: "u1:KS QS JS | c2:9H 8H 7H | p:4S 5S".
+// tavoli_da empties both tables, then fills the combinations named; the pile
+// changes only when "p:" is given ("p:" alone empties it). tavoli_come_testo
+// names every combination that holds a card, the human's first, gaps as ".",
+// and always ends with the pile.
+void tavoli_da(const std::string& testo);
+std::string tavoli_come_testo();
+
+// The number of the run-time error that `azione` raises, 0 when none.
+template <class F>
+int errore_di(F azione)
+{
+    try {
+        azione();
+    } catch (const basic::ErroreRuntime& e) {
+        return e.numero();
+    }
+    return 0;
+}
+
 // The main window, created once per test program with the test hooks on and
 // the shuffles seeded alike: run-
 // time errors and the end of the program are recorded instead of ending the
@@ -68,4 +88,12 @@ namespace prova {
 bool cella_mostra(int colonna, int riga, int codice, bool coperta = false, int visibili = 6, bool dal_basso = false);
 // The same as text, for messages: "face 7H", "back 0", "background", "other".
 std::string cosa_mostra(int colonna, int riga);
+
+// Every cell of a hand shows what the hand holds: the human's faces on row 41,
+// the computer's backs on row 1, the table where a slot is empty. The cell of
+// slot `salvo` (the one carrying the red mark) is left out.
+bool mano_mostrata(bool computer, int salvo = 0);
+// Combination k drawn as its table holds it: the visible strip of every card
+// (downwards on the human's side, upwards on the computer's), the last whole.
+bool combinazione_disegnata(int k, bool del_umano);
 }  // namespace prova
