@@ -1,4 +1,5 @@
-# The whole set-up on a fresh Debian machine, as root:
+# The whole set-up on a fresh Debian machine, as root or as a user who may use
+# sudo (only the installing of missing packages asks for it):
 #   make run    installs what is missing, builds and starts the game
 #   make test   installs what is missing, builds and runs every test headless
 BUILD ?= build
@@ -7,20 +8,27 @@ PACCHETTI = cmake g++ make pkg-config qt6-base-dev qt6-multimedia-dev libgl-dev 
 	libfluidsynth-dev timgm6mb-soundfont libsndfile1-dev libsmf-dev libbenchmark-dev \
 	fonts-liberation fonts-dejavu-core pulseaudio pulseaudio-utils
 
+# Root installs directly; anyone else through sudo.
+SUDO = $(if $(filter 0,$(shell id -u)),,sudo)
+
 .PHONY: deps build run test media clean
 
 deps:
 	@mancanti=$$(for p in $(PACCHETTI); do dpkg-query -W -f='$${Status}\n' $$p 2>/dev/null | grep -q 'ok installed' || echo $$p; done); \
 	if [ -n "$$mancanti" ]; then \
 	  echo "Installing: $$mancanti"; \
-	  apt-get update -qq && DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $$mancanti; \
+	  $(SUDO) apt-get update -qq && $(SUDO) env DEBIAN_FRONTEND=noninteractive \
+	    apt-get install -y -qq --no-install-recommends $$mancanti; \
 	fi
 
 build: deps
 	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 	cmake --build $(BUILD) -j$(JOBS)
 
-run: build
+# Only the game is built to play it; `make build` and `make test` build the rest.
+run: deps
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+	cmake --build $(BUILD) -j$(JOBS) --target tavolata
 	./$(BUILD)/tavolata
 
 test: build
@@ -34,24 +42,38 @@ media: build
 clean:
 	rm -rf $(BUILD)
 
-# The Debian package, $(BUILD)/tavolata_<version>_<arch>.deb; dpkg-dev works out
-# its library dependencies.
+# The Debian package, $(BUILD)/tavolata_<version>-<release>_<arch>.deb;
+# dpkg-dev works out its library dependencies.
 .PHONY: deb check-packaging
 deb:
 	@$(MAKE) --no-print-directory deps PACCHETTI="$(PACCHETTI) dpkg-dev"
 	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-	cmake --build $(BUILD) -j$(JOBS) --target tavolata icone_applicazione
+	cmake --build $(BUILD) -j$(JOBS) --target tavolata icone_applicazione documenti_installati
+	rm -f $(BUILD)/tavolata_*.deb
 	cd $(BUILD) && cpack -G DEB
 
-# Checks the desktop entry and the AppStream data with whichever of the two
-# validators is installed (desktop-file-utils, appstream).
+# Builds the package and checks it as a distribution would: lintian, then the
+# desktop entry and the AppStream data as the package installs them. Any
+# error or warning fails; lintian's informational tags are shown.
 check-packaging:
-	@if command -v desktop-file-validate >/dev/null; then \
-	  desktop-file-validate packaging/*.desktop && echo "desktop entry: valid"; \
-	else echo "desktop-file-validate not installed: desktop entry not checked"; fi
-	@if command -v appstreamcli >/dev/null; then \
-	  appstreamcli validate --no-net packaging/*.metainfo.xml; \
-	else echo "appstreamcli not installed: AppStream data not checked"; fi
+	@$(MAKE) --no-print-directory deps PACCHETTI="$(PACCHETTI) dpkg-dev lintian desktop-file-utils appstream"
+	@$(MAKE) --no-print-directory deb
+	@set -e; deb=$$(ls $(BUILD)/tavolata_*.deb); \
+	echo "== lintian $$deb"; \
+	lintian --fail-on error,warning --display-info "$$deb"; \
+	echo "lintian: no error, no warning"; \
+	contenuto=$$(mktemp -d); trap 'rm -rf "$$contenuto"' EXIT; \
+	dpkg-deb -x "$$deb" "$$contenuto"; \
+	echo "== desktop-file-validate"; \
+	for f in "$$contenuto"/usr/share/applications/*.desktop; do \
+	  rapporto=$$(desktop-file-validate "$$f" 2>&1) || { echo "$$rapporto"; exit 1; }; \
+	  [ -z "$$rapporto" ] || echo "$$rapporto"; \
+	  if echo "$$rapporto" | grep -qE ': (error|warning): '; then exit 1; fi; \
+	  echo "$${f#$$contenuto}: valid"; \
+	done; \
+	echo "== appstreamcli validate"; \
+	appstreamcli validate --no-net --explain "$$contenuto"/usr/share/metainfo/*.metainfo.xml; \
+	appstreamcli validate-tree --no-net "$$contenuto"
 
 # Longer checks, each in a build folder of its own where it says so:
 #   make check-sanitize  every test and a bounded simulator run built with

@@ -1,10 +1,12 @@
 #!/bin/sh
-# Installs the game's Debian package on a clean Debian 12, starts it as a
-# player would, from its menu entry, answers the name box, takes a screenshot,
-# and listens: the songs (FluidSynth) and the card sound (Qt Multimedia) must
-# both reach the sound server.
+# Installs the game's Debian package on a clean Debian 12, opens its manual
+# page, starts it as a player would, from its menu entry, answers the name box,
+# takes a screenshot, and listens: the songs (FluidSynth) and the card sound
+# (Qt Multimedia) must both reach the sound server. Given the source tree, it
+# then plays the player who builds the game himself: an ordinary user who may
+# use sudo runs `make run` in a copy of the tree, and the game must start.
 #
-#   packaging/prova_chroot.sh <tavolata_…deb> [screenshot.png]
+#   packaging/prova_chroot.sh <tavolata_…deb> [screenshot.png] [source tree]
 #
 # Run as root on a Debian host with debootstrap, Xvfb, xdotool and ImageMagick
 # (openbox too, so that the window is maximised as on a desktop).
@@ -18,11 +20,13 @@
 #
 # Settings: LAVORO (default /var/tmp/tavolata-prova), MIRROR (default: the
 # host's Debian mirror), SCHERMO (X display, default :146), GEOMETRIA (default
-# 1920x1080), ATTESA (seconds to wait for the window, default 30).
+# 1920x1080), ATTESA (seconds to wait for the window, default 30), ATTESA_MAKE
+# (seconds `make run` may take to install, build and show the window, default
+# 5400).
 set -eu
 
 if [ $# -lt 1 ]; then
-    echo "usage: $0 <tavolata_…deb> [screenshot.png]" >&2
+    echo "usage: $0 <tavolata_…deb> [screenshot.png] [source tree]" >&2
     exit 2
 fi
 PACCHETTO=$(readlink -f "$1")
@@ -31,6 +35,8 @@ LAVORO=${LAVORO:-/var/tmp/tavolata-prova}
 SCHERMO=${SCHERMO:-:146}
 GEOMETRIA=${GEOMETRIA:-1920x1080}
 ATTESA=${ATTESA:-30}
+ATTESA_MAKE=${ATTESA_MAKE:-5400}
+SORGENTE=${3:+$(readlink -f "$3")}
 BASE=$LAVORO/base
 RADICE=$LAVORO/radice
 ID=io.github.tavolata.Tavolata
@@ -47,17 +53,20 @@ for attrezzo in debootstrap Xvfb xdotool import identify; do
     command -v "$attrezzo" >/dev/null || { echo "missing on the host: $attrezzo" >&2; exit 1; }
 done
 [ -f "$PACCHETTO" ] || { echo "no such package: $1" >&2; exit 1; }
+[ -z "$SORGENTE" ] || [ -f "$SORGENTE/Makefile" ] || { echo "no source tree at $3" >&2; exit 1; }
 
 PID_X=
 PID_WM=
 PID_AUDIO=
 PID_GIOCO=
+PID_FINESTRA=
 MONTATI=
 chiudi_gioco() {
-    for pid in $PID_GIOCO $PID_AUDIO; do
+    for pid in $PID_FINESTRA $PID_GIOCO $PID_AUDIO; do
         kill "$pid" 2>/dev/null || true
         wait "$pid" 2>/dev/null || true
     done
+    PID_FINESTRA=
     PID_GIOCO=
     PID_AUDIO=
 }
@@ -83,13 +92,14 @@ monta() {  # monta <folder inside the chroot> <mount arguments…>
     MONTATI="$bersaglio $MONTATI"
 }
 
-# A command inside the chroot, as the player, in his session. It replaces the
-# shell that calls it, so that a command started in the background has its own
-# process id in $!: call it with & or inside ( ).
+# A command inside the chroot, as the player, in his session (the PATH is the
+# one Debian gives its users, games included). It replaces the shell that
+# calls it, so that a command started in the background has its own process id
+# in $!: call it with & or inside ( ).
 come_giocatore() {
     exec chroot --userspec="$GIOCATORE:$GIOCATORE" "$RADICE" env -i HOME="/home/$GIOCATORE" USER="$GIOCATORE" \
-        PATH=/usr/local/bin:/usr/bin:/bin LANG=C.UTF-8 DISPLAY="$SCHERMO" XDG_RUNTIME_DIR="/run/user/$UID_GIOCATORE" \
-        "$@"
+        PATH=/usr/local/bin:/usr/bin:/bin:/usr/local/games:/usr/games LANG=C.UTF-8 DISPLAY="$SCHERMO" \
+        XDG_RUNTIME_DIR="/run/user/$UID_GIOCATORE" "$@"
 }
 
 fallito() {
@@ -134,6 +144,15 @@ chroot "$RADICE" dpkg -L tavolata
 chroot "$RADICE" useradd --create-home --shell /bin/sh "$GIOCATORE"
 UID_GIOCATORE=$(chroot "$RADICE" id -u "$GIOCATORE")
 install -d -m 700 -o "$UID_GIOCATORE" -g "$UID_GIOCATORE" "$RADICE/run/user/$UID_GIOCATORE"
+
+echo "== the manual page, as the player reads it"
+chroot "$RADICE" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends man-db \
+    >"$LAVORO/man-db-apt.log"
+(come_giocatore env MANPAGER=cat MANWIDTH=80 man 6 tavolata) >"$LAVORO/man.txt" 2>&1 ||
+    { cat "$LAVORO/man.txt" >&2; fallito "man 6 tavolata"; }
+head -n 12 "$LAVORO/man.txt"
+grep -q "Italian rummy for one player against the computer" "$LAVORO/man.txt" ||
+    fallito "the manual page does not say what the game is"
 
 echo "== starting the menu entry on a virtual screen $GEOMETRIA"
 Xvfb "$SCHERMO" -screen 0 "${GEOMETRIA}x24" -nolisten tcp >"$LAVORO/xvfb.log" 2>&1 &
@@ -212,4 +231,37 @@ echo "dealing with the card sound: loudest sample $carte"
 [ "$carte" -gt 300 ] || fallito "no card sound reached the sound server"
 chiudi_gioco
 
-echo "PASSED: installed on a clean Debian 12, started from the menu entry, songs and card sounds heard"
+if [ -n "$SORGENTE" ]; then
+    echo "== make run by an ordinary user who may use sudo"
+    chroot "$RADICE" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends sudo make \
+        >"$LAVORO/sudo-apt.log"
+    echo "$GIOCATORE ALL=(ALL) NOPASSWD: ALL" >"$RADICE/etc/sudoers.d/$GIOCATORE"
+    chmod 440 "$RADICE/etc/sudoers.d/$GIOCATORE"
+    ALBERO=/home/$GIOCATORE/tavolata
+    mkdir -p "$RADICE$ALBERO"
+    tar -C "$SORGENTE" --exclude='./build*' --exclude=./.git -cf - . | tar -C "$RADICE$ALBERO" -xf -
+    chroot "$RADICE" chown -R "$GIOCATORE:$GIOCATORE" "$ALBERO"
+    come_giocatore sh -c "cd $ALBERO && exec make run" >"$LAVORO/make-run.log" 2>&1 &
+    PID_GIOCO=$!
+    inizio=$(date +%s)
+    until xdotool search --onlyvisible --name Tavolata >/dev/null 2>&1; do
+        kill -0 "$PID_GIOCO" 2>/dev/null || { tail -n 40 "$LAVORO/make-run.log" >&2; fallito "make run ended"; }
+        [ $(($(date +%s) - inizio)) -lt "$ATTESA_MAKE" ] || fallito "make run showed no window"
+        sleep 5
+    done
+    echo "window after $(($(date +%s) - inizio)) s"
+    grep -E '^Installing:' "$LAVORO/make-run.log" || fallito "make run installed nothing through sudo"
+    PID_FINESTRA=$(xdotool search --onlyvisible --name Tavolata getwindowpid 2>/dev/null | head -n 1)
+    sleep 2
+    xdotool key Return
+    sleep 5
+    kill -0 "$PID_GIOCO" 2>/dev/null || fallito "the game started by make run is no longer running"
+    FOTO_MAKE=${FOTO%.png}-make-run.png
+    import -window root "$FOTO_MAKE"
+    colori=$(identify -format '%k' "$FOTO_MAKE")
+    echo "screenshot: $FOTO_MAKE ($colori colours)"
+    [ "$colori" -ge 50 ] || fallito "the screen is nearly blank"
+    chiudi_gioco
+fi
+
+echo "PASSED: installed on a clean Debian 12, manual page opened, started from the menu entry, songs and card sounds heard${SORGENTE:+, make run by a user with sudo}"

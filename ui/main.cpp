@@ -1,8 +1,25 @@
 // Tavolata: Italian rummy, one player against the computer.
 #include "ui/frmSplash.h"
 #include "ui/frmTV.h"
+#include "ui/mdGraphics.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+// The pictures, sounds and songs sit beside the program where it was built;
+// installed, the program is in <prefix>/games and they are in
+// <prefix>/share/games/tavolata. Found in neither place, the folder stays the
+// program's own and the missing picture is reported as it always is.
+void trova_cartella_media()
+{
+    const QDir programma(QCoreApplication::applicationDirPath());
+    if (QFileInfo(programma.filePath(QStringLiteral("totale.bmp"))).isFile()) return;
+    const QString installata = QDir::cleanPath(programma.filePath(QStringLiteral("../share/games/tavolata")));
+    if (QFileInfo(installata + QStringLiteral("/totale.bmp")).isFile()) imposta_cartella_programma(installata);
+}
+}  // namespace
 
 int main(int argc, char** argv)
 {
@@ -11,6 +28,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(QStringLiteral("2.1.2"));
     QGuiApplication::setDesktopFileName(QStringLiteral("io.github.tavolata.Tavolata"));
     QApplication::setQuitOnLastWindowClosed(false);
+    trova_cartella_media();
     carica_risorse();
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/risorse/tavolata.png")));
     FrmSplash splash;
