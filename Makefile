@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The whole set-up on a fresh Debian machine, as root or as a user who may use
 # sudo (only the installing of missing packages asks for it):
 #   make run    installs what is missing, builds and starts the game

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the benchmarks share: a main that runs Google Benchmark inside a
 // QApplication (headless unless told otherwise), the game's window at a
 // given size with the pauses shrunk to nothing, and a press on the table

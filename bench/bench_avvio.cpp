@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Start-up: the main window created and loaded (the default song started),
 // the four pictures loaded, the window shown at 1920 x 1080 and the first
 // hand dealt and painted, the deal's pauses shrunk to nothing. The first

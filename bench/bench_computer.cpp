@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The computer's whole turn, from its draw to its discard, with the game's
 // pauses shrunk to nothing (each pause still lets the window handle its
 // events once): on a 1920 x 1080 window with the card sound on, as the game

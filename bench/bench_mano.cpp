@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Whole hands headless: the simulator's scripted player against the computer
 // (no noise), every card drawn on the table and the pauses shrunk to nothing.
 // The table is 1024 x 768 with the card sound on, as the game starts, or a

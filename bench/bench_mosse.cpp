@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One press of the player on a 1920 x 1080 window, from the press to the
 // table repainted, for each kind of move; the game's pauses are shrunk to
 // nothing. The discard stops where the computer's turn would begin. Each

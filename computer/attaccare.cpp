@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Attaching: once it has opened, the computer gets rid of cards by putting
 // them at either end of a straight or as the fourth card of a set, first on
 // its own table, then on the human's.

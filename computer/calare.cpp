@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Laying down: the two sorts of the hand, the scans for straights and sets,
 // and the opening that keeps or takes back what a turn has laid.
 #include "computer/mdCompTV.h"

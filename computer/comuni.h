@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the files of the computer player share: the cells of the table it
 // draws on and the small rules of jolly codes and number strings.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The computer's jollies: a jolly of the hand is given the card that would
 // complete a straight or a set, and jollies standing on either table are won
 // back with the real card.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // mdCompTV: the computer player. One call of turno_computer plays the
 // computer's whole turn, from the draw to the discard, straight on the shared
 // tables of mdTavolata. The scans are simple on purpose: the computer lays

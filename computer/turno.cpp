@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The computer's turn: the draw from the stock or the discard pile, the
 // laying down, the jollies and the attaching, the discard and the hand-over.
 #include "computer/mdCompTV.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // frmJolly, "Play a jolly": the small modal dialog that asks which card a
 // plain jolly laid or attached by the human stands for. A suit button and a
 // number from the list choose the card, its face shows as a preview, and a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Laying the marked card into one of the human's combinations and attaching
 // it to one of the computer's: the card joins at the top or the bottom when
 // it fits, or takes the place of a jolly standing for it, the jolly coming

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The human plays with the mouse alone: a press is turned into a cell of the
 // table and handed, by the area it falls in, to the procedure of that area,
 // which checks for itself whether it may act. Moving the mouse only changes

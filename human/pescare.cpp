@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The first act of every turn of the human: a card from the stock or, once
 // he has opened, the top card of the discard pile.
 #include "human/umano.h"

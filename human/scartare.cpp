@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The discard that ends the human's turn, after the check of his table, and
 // the hand-over to the computer.
 #include "human/verifica_tavolo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Marking a hand card with the red frame and moving it to another slot. The
 // mark is kept nowhere but in the picture: the marked slot is found again by
 // the colour of the table, and redrawing the card wipes the mark out.

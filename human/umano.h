@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the procedures of the human's turn share: the places of the hand and
 // of the discard pile on the table, the phase code read and written one
 // character at a time, the jolly codes, and the fit test that decides where a

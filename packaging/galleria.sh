@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Takes the screenshots of docs/gallery.md: the table after the deal at three
 # screen sizes and at a device-pixel ratio of 2, with a piece of the 4K screens
 # at full size, and the rules panel. (The score sheet needs a hand played to

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Makes the application icon in every size the desktop's icon theme asks for,
 // scaled from the 256-pixel picture the art generator paints.
 //

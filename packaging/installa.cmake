@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Installing the game, and its Debian package.
 #
 # Laid out as Debian lays out its games: the program in games/, its pictures,

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Installs the game's Debian package on a clean Debian 12, opens its manual
 # page, starts it as a player would, from its menu entry, answers the name box,
 # takes a screenshot, and listens: the songs (FluidSynth) and the card sound

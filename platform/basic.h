@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The BASIC run-time the game is written against: fixed tables with their own
 // bounds, narrow integers that refuse to overflow, the arithmetic helpers
 // (Int, Mod, rounding, numbers as text) and the run-time error that ends the

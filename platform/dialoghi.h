@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The two standard boxes of the classic toolkit: the input box and the
 // message box. Tests script the answers and read back what was asked.
 #pragma once

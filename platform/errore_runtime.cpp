@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The run-time error of the game: its texts, the message box that ends the
 // program, and the hook that lets the tests watch an ending instead.
 #include "platform/basic.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The wave player: plays a wave file asynchronously on one channel, as the
 // system call of the classic toolkit does. A new sound replaces one still
 // playing; nothing ever waits for a sound; a file that is missing or cannot be

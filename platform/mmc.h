@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // MMC1, the multimedia control that plays the background songs: string
 // commands ("Open"/"open", "play"/"Play", "close"), the file name, the waiting
 // switch, the start position and the Done event with a notification code.

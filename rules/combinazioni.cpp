@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Straights joined through the number order, and the value of a table for the
 // 40 points of the opening.
 #include "rules/mdTavolata.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Shuffling, dealing a hand and turning the discard pile into a new stock.
 #include "rules/mdTavolata.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // mdTavolata: the card code and every table of the game's state. There is one
 // game: the tables are module-level and every part of the program reads and
 // writes them directly.

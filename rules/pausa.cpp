@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The one place where time passes inside the game: a wait on the window's
 // timer during which the window goes on handling its events (presses, menu
 // commands, repaints, the end of a song).

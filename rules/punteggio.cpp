@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The end of a hand: the loser's cards are counted, the totals shown on the
 // score sheet, and at 101 the game is over.
 #include "rules/mdTavolata.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The persistent drawing surface of the table: a raster at the window's
 // device-pixel resolution addressed in 1024 x 768 logical units. What is drawn
 // stays until something is drawn over it; the window simply shows it.

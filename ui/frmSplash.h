@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // frmSplash: the start-up window. It shows a picture and three caption lines
 // while it creates the main window, loads the pictures and deals the first
 // hand; then it closes.

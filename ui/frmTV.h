@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // frmTV: the main window. Its client area is the card table (a persistent
 // canvas of 1024 x 768 logical units); the menu bar holds every command and
 // setting. The game's methods keep the names of the design and are defined in

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Tavolata: Italian rummy, one player against the computer.
 #include "ui/frmSplash.h"
 #include "ui/frmTV.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // mdGraphics: the pictures, the grid of the table and the procedures that draw
 // cards on it. Columns and rows are grid cells: column c, row r is the point
 // x = 8 + 72 (c - 1), y = 16 r of the 1024 x 768 table; a card fills 72 x 96.

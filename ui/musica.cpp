@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The "Music" menu and the background songs: one song over and over, all songs
 // in turn, or silence. The check marks of the menu are the whole state, with
 // canzone_corrente for the song reached in sequential mode.

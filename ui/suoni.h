@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The card sound and the error sound. Neither looks at any setting: the
 // caller decides whether the card sound is wanted.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Paints every picture the game shows: the sheet of card faces, the backs of
 // the two packs, the green table, the splash, the suit buttons of the jolly
 // dialog and the application icon. Everything is drawn here with QPainter, so

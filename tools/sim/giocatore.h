@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The scripted player of the simulator. It looks at the table as it stands
 // before every press and chooses the next one the way a person with the mouse
 // would: draw, mark a card, lay the straights and sets it finds (with a jolly

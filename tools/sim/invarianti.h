@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What must hold after every move of a simulated game: card codes in the
 // range of the table that holds them, combinations packed from position 1,
 // every physical card in exactly one place, the totals only growing within a

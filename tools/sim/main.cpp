@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // tavolata-sim: plays many whole hands of Tavolata headless and checks the
 // game after every move. The game itself keeps no command line; this tool is
 // a separate program built on the same library.

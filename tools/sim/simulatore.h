@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The simulator's engine: whole hands and games of Tavolata played headless
 // through the game's own entry points, the player's side by a scripted player
 // pressing on the table, with random presses and menu commands thrown in while

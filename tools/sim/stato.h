@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A copy of every table of the game taken between two moves, and the small
 // facts about cards the simulator needs to judge what a move did.
 #pragma once

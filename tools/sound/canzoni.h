@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The ten songs of the music menu, each named after its menu caption.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A small composition engine for the game's background songs. A song is
 // written as a recipe: key, tempo, metre, a form of sections (each a chord
 // progression in lead-sheet names with an intensity and a melodic motif) and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // gensound MEDIA_FOLDER
 // Writes the card sound, the error sound and the ten songs of the music menu
 // (MEDIA_FOLDER/carta.wav, errore.wav, music/<caption>.mid) and prints what

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The game's two short sounds, synthesised: the card laid on the felt and the
 // refusal of a move. 16-bit PCM, 44.1 kHz, mono.
 #pragma once

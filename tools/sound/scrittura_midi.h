@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes a composed song as a Standard MIDI File (format 1): a conductor
 // track with the tempo map and metre, then one track per part.
 #pragma once
