@@ -77,6 +77,8 @@ private slots:
           ". 3S 4D 6C JS QC KD / c1:8H 7H 6H 5H | c2:9D 9C 9S | p:2C");
         t("with 3 cards it only swaps and attaches", "8S 2D / c1:KH KD KC KS | c2:9S *8S 7S | p:4C", "3C",
           "handed back", ". 3C J1 / c1:KH KD KC KS | c2:9S 8S 7S | p:4C 2D");
+        t("with 3 cards it names no jolly for a set", "9S 9D / c1:KH KD KC KS | c2:9C 9D' 9S' | p:4C", "J1",
+          "handed back", ". 9D J1 / c1:KH KD KC KS | c2:9C 9D' 9S' | p:4C 9S");
         t("the last card closes and the human pays 51", "6S / c1:KH KD KC KS | c2:9S 8S 7S | p:4C", "2D",
           "closed, 51 charged", " / c1:KH KD KC KS | c2:9S 8S 7S 6S | p:4C 2D");
         t("laying every card leaves none to discard", "5H 6H 7H / c1:KH' KD' KC' KS' | p:4C", "8H", "error 9",
