@@ -53,11 +53,7 @@ void t(const char* nome, const char* prima, const char* tallone, const char* esi
 class TestComputerTurno : public QObject {
     Q_OBJECT
 private slots:
-    void init()
-    {
-        prova::finestra();
-        nomi(1) = "Anna";
-    }
+    void init() { prova::finestra(); nomi(1) = "Anna"; }
     void cleanup() { frmTV().picture_score->hide(); }
 
     // The human holds J1 AS KD 5H, worth 51, in every row.
