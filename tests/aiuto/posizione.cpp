@@ -298,3 +298,19 @@ bool combinazione_disegnata(int k, bool del_umano)
     return true;
 }
 }  // namespace prova
+
+namespace prova {
+void posizione_computer_da(const std::string& testo)
+{
+    const auto barra = testo.find('/');
+    tavoli_da(barra == std::string::npos ? "" : testo.substr(barra + 1));
+    mano_computer_da(testo.substr(0, barra));
+}
+
+std::string posizione_computer_come_testo()
+{
+    std::string t = tavoli_come_testo();
+    t.resize(t == "p:" ? 0 : t.ends_with(" | p:") ? t.size() - 5 : t.size());
+    return mano_computer_come_testo() + " / " + t;
+}
+}  // namespace prova

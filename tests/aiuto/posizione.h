@@ -97,3 +97,10 @@ bool mano_mostrata(bool computer, int salvo = 0);
 // (downwards on the human's side, upwards on the computer's), the last whole.
 bool combinazione_disegnata(int k, bool del_umano);
 }  // namespace prova
+
+namespace prova {
+// The computer's hand and both tables as one text, "hand / tables": the tables
+// as tavoli_da reads them, and the pile left out while it is empty.
+void posizione_computer_da(const std::string& testo);
+std::string posizione_computer_come_testo();
+}  // namespace prova

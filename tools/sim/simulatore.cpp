@@ -194,10 +194,14 @@ void Motore::fine_fatale(const Azione& azione, const Istantanea& prima, const Is
     // "New game" chosen in this very move, or in an earlier one whose deal
     // has not settled yet: the turn that was running goes on over the fresh
     // deal and can end on any error.
-    if (esito.empty() && (corsa_ || controllore_.sospeso()))
+    if (esito.empty() && !senza_fine_ && (corsa_ || controllore_.sospeso()))
         esito = "run-time error " + std::to_string(basic::prova::ultimo_errore_fatale()) +
                 " in a hand dealt by \"New game\" in the middle of a turn";
-    if (esito.empty()) {
+    if (senza_fine_) {
+        // The computer's laying round stops once a state comes back: a turn
+        // that goes on for ever is a fault, not one of the game's own ends.
+        guasto("the computer's turn never ends", azione, prima, dopo);
+    } else if (esito.empty()) {
         guasto("the program ended: run-time error " + std::to_string(basic::prova::ultimo_errore_fatale()) +
                    ", exit code " + std::to_string(basic::prova::codice_di_uscita()),
                azione, prima, dopo);
@@ -224,7 +228,6 @@ std::string Motore::riconosci(const Azione& azione, const Istantanea& prima, con
 {
     const int numero = basic::prova::ultimo_errore_fatale();
     const int codice = basic::prova::codice_di_uscita();
-    if (senza_fine_) return "the computer's turn never ends (stopped by the simulator)";
     if (numero == 0 && codice == 0) return "\"Quit\" chosen from the menu during a move";
     if (numero != 9) return {};
     if (azione.area == Area::pozzo && prima.turno_umano && prima.fase.size() == 3 && prima.fase[1] == '0' &&
