@@ -235,26 +235,6 @@ private slots:
         QVERIFY(prova::cella_mostra(COLONNA_POZZO, RIGA_POZZO, prova::carta("7D")));
     }
 
-    void il_pozzo_di_una_carta_e_un_errore_fatale()
-    {
-        // Nothing lies beneath a single card: the take stops the game with
-        // "Subscript out of range", as the human's take of such a pile does.
-        prova::mano_computer_da("2C");
-        prova::pozzo_da("9S");
-        QCOMPARE(errore_di([] { pesca_pozzo_computer(); }), 9);
-        QCOMPARE(QString::fromStdString(prova::mano_computer_come_testo()), QStringLiteral("2C 9S"));
-        QCOMPARE(long(n_pozzo), 1L);
-
-        // The same in a whole turn of an opened computer that wants the card.
-        prova::finestra();
-        prova::combinazione_computer(1, "KH' KD' KC' KS'");
-        prova::mano_computer_da("9H 9C 2D 4S 6H 8D");
-        prova::pozzo_da("9S");
-        tallone_da("AS 6C");
-        QCOMPARE(errore_di([] { turno_computer(); }), 9);
-        QCOMPARE(long(tallone), 27L);
-    }
-
     // Whole turns in which nothing is laid: which pile the computer draws from.
     void da_dove_pesca_data()
     {
