@@ -137,10 +137,13 @@ void pesca_pozzo_computer()
     const long i = prima_posizione_libera(false);
     mano_computer(i) = t;
     disegna_carta(tela(), i, RIGA_MANO, t, true, 0);
-    // A pile of one card has nothing beneath it: slot 0 of the pile does not
-    // exist, and the game stops with the same error as for the human's take.
-    disegna_carta(tela(), colonna_pozzo(), riga_pozzo(), Byte(long(pozzo(n_pozzo - 1))), false, 0.1);
-    if (n_pozzo == 1) cancella_carta(tela(), colonna_pozzo(), riga_pozzo());
+    // A pile of one card has nothing beneath it: the computer's take shows
+    // the empty pile instead of reading a slot that does not exist (the
+    // human's take of such a pile still stops the game there).
+    if (n_pozzo == 1)
+        cancella_carta(tela(), colonna_pozzo(), riga_pozzo());
+    else
+        disegna_carta(tela(), colonna_pozzo(), riga_pozzo(), Byte(long(pozzo(n_pozzo - 1))), false, 0.1);
     n_pozzo = n_pozzo - 1;
 }
 

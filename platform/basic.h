@@ -39,6 +39,11 @@ std::string testo_errore(int numero);
 // the test hook keeps the process alive (see fine_programma).
 struct ProgrammaTerminato {};
 
+// Thrown by a wait of the game that has outlived what it waited for (a new
+// hand dealt while it waited): it unwinds the game's frames back to the event
+// handler that started them, which ends there quietly.
+struct AttesaSuperata {};
+
 // ---------------------------------------------------------------- integers
 
 // A whole number held in a narrow type. Assigning a value that does not fit
@@ -199,6 +204,7 @@ void protetto(F&& gestore) noexcept
         } catch (const ErroreRuntime& e) {
             errore_fatale(e);
         } catch (const ProgrammaTerminato&) {
+        } catch (const AttesaSuperata&) {
         } catch (const std::bad_alloc&) {
             errore_fatale(ErroreRuntime(7));
         } catch (...) {

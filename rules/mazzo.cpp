@@ -56,6 +56,9 @@ void FrmTV::mescola()
 
 void FrmTV::gioco_imposta()
 {
+    // First of all: the deal's own waits belong to the new hand, and a wait
+    // of the old hand that this deal runs inside must find that hand gone.
+    ++mani_distribuite;
     Text4->hide();
     tela.Cls(qRgb(0, 192, 0));
     tela.PaintPicture(immagine_sfondo, QRectF(0, 0, 1024, 768),

@@ -57,7 +57,14 @@ Byte prima_posizione_libera(bool umano);
 bool controlla_chiusura(bool computer);
 
 // Waits t units of 0.6 s on Timer1 while the window keeps handling events.
+// Should a new hand be dealt meanwhile, it throws basic::AttesaSuperata
+// instead of returning: what waited belonged to the old hand.
 void pausa(double t);
+// Lets the window handle the events already pending, with the same ending as
+// pausa when one of them deals a new hand.
+void DoEvents();
+// Hands dealt since the program started: every deal counts itself first.
+extern long mani_distribuite;
 // The tick of Timer1.
 void Timer1_Timer();
 // Test hook: every pause is multiplied by this (1 in the game).

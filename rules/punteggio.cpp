@@ -7,7 +7,6 @@
 #include "ui/frmTV.h"
 #include "ui/mdGraphics.h"
 
-#include <QCoreApplication>
 
 namespace {
 // Loads element i of a label array on the score sheet. An element still
@@ -46,8 +45,7 @@ void scarica_etichette(FrmTV& f)
 void FrmTV::MostraPunteggio(Byte chi)
 {
     fase = "000";
-    QCoreApplication::processEvents();
-    basic::verifica_fine();
+    DoEvents();
     prepara_pannello(tela, *picture_score);
 
     for (long i = 1; i <= 14; ++i) {

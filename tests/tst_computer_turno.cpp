@@ -86,8 +86,8 @@ private slots:
         t("opened: the human's jolly is taken",
           "3H 7H JH 5D' 9D KD 6S 10S 2C 5C 8C 4S 2S / u1:*5D 4D 3D | c1:KH' KD' KC' KS' | p:AC", "QC", "handed back",
           ". 3H 4S 7H 8C 9D 10S JH QC KD . . . J1 / u1:5D' 4D 3D | c1:KH' KD' KC' KS' | c2:*5H 5C *5S | p:AC 2S");
-        t("opened, a pile of one card", "9H 9C 2D 4S 6H 8D / c1:KH' KD' KC' KS' | p:9S", "AS 6C", "error 9",
-          "2D 4S 6H 8D 9C 9H 9S / c1:KH' KD' KC' KS' | p:9S");
+        t("opened, a pile of one card: taken without an error", "9H 9C 2D 4S 6H 8D / c1:KH' KD' KC' KS' | p:9S", "AS 6C",
+          "handed back", ". 4S 6H 8D 9S 9C 9H / c1:KH' KD' KC' KS' | p:2D");
         // The jolly made the king of hearts beside KD KS is swapped for the
         // human's *KH, the very same code, and comes back plain: a round with
         // nothing new must end the laying.

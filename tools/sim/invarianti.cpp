@@ -32,11 +32,7 @@ QRectF parte_controllata(long colonna, long riga)
 
 }  // namespace
 
-void Controllore::nuova_mano()
-{
-    attese_ = carte_di_un_mazzo();
-    sospeso_ = false;
-}
+void Controllore::nuova_mano() { attese_ = carte_di_un_mazzo(); }
 
 std::vector<std::string> Controllore::controlla(const Istantanea& prima, const Istantanea& dopo, Area premuta,
                                                 bool mano_nuova, bool partita_nuova)
@@ -48,8 +44,10 @@ std::vector<std::string> Controllore::controlla(const Istantanea& prima, const I
                 guasti.push_back("the total of " + std::string(i == 1 ? "the player" : "the computer") +
                                  " went down within a game: " + n(prima.punti[std::size_t(i)]) + " -> " +
                                  n(dopo.punti[std::size_t(i)]));
-    if (sospeso_) return guasti;
-    if (mano_nuova) attese_ = carte_di_un_mazzo();
+    if (mano_nuova) {
+        attese_ = carte_di_un_mazzo();
+        for (auto& g : controlla_mano_nuova(dopo)) guasti.push_back(g);
+    }
     for (auto& g : controlla_combinazioni(dopo)) guasti.push_back(g);
     for (auto& g : controlla_carte(prima, dopo, mano_nuova ? Area::nessuna : premuta)) guasti.push_back(g);
     for (auto& g : controlla_tela(dopo)) guasti.push_back(g);
@@ -97,6 +95,32 @@ std::vector<std::string> Controllore::controlla_codici(const Istantanea& s)
         g.push_back("the marked card is code " + n(s.carta_selezionata));
     if (s.turno_umano && s.fase != "000" && s.fase != "010" && s.fase != "011")
         g.push_back("the player's turn runs with phase \"" + s.fase + "\"");
+    return g;
+}
+
+std::vector<std::string> Controllore::controlla_mano_nuova(const Istantanea& s)
+{
+    // Right after a deal, whatever it interrupted: the player holds the first
+    // 13 cards of the deck and has laid nothing; the computer holds the next
+    // 13 beside the first discard, or, when it began, has played one turn
+    // from the stock.
+    std::vector<std::string> g;
+    bool umano = s.mano_umano[14] == 0 && tavolo_vuoto(s.tavolo_umano);
+    for (std::size_t i = 1; i <= 13; ++i) umano = umano && s.mano_umano[i] == s.mazzo[i];
+    if (!umano) g.push_back("the player's side is not that of a fresh deal: " + testo_mano(s.mano_umano));
+    if (s.fase != "000") g.push_back("a fresh deal in phase \"" + s.fase + "\"");
+    if (s.pozzo[1] != s.mazzo[27]) g.push_back("the first discard is not the 27th card of the deck");
+    if (!s.inizia_computer) {
+        bool computer = s.mano_computer[14] == 0 && tavolo_vuoto(s.tavolo_computer);
+        for (std::size_t i = 1; i <= 13; ++i) computer = computer && s.mano_computer[i] == s.mazzo[i + 13];
+        if (!computer) g.push_back("the computer's side is not that of a fresh deal: " + testo_mano(s.mano_computer));
+        if (s.n_pozzo != 1 || s.tallone != 27 || !s.turno_umano)
+            g.push_back("a fresh deal with " + n(s.n_pozzo) + " cards on the pile, the stock at " + n(s.tallone) +
+                        (s.turno_umano ? "" : ", the player not to play"));
+    } else if (s.n_pozzo != 2 || s.tallone != 28 || !(s.turno_umano || mano_vuota(s.mano_computer))) {
+        g.push_back("after the computer's first turn " + n(s.n_pozzo) + " cards on the pile, the stock at " +
+                    n(s.tallone) + (s.turno_umano ? "" : ", the player not to play"));
+    }
     return g;
 }
 

@@ -21,16 +21,12 @@ namespace simulazione {
 
 class Controllore {
 public:
-    // A deal made from a settled game: the 108 cards are expected again.
+    // The 108 cards are expected again.
     void nuova_mano();
-    // "New game" chosen while a turn was running: the rest of that turn works
-    // on the fresh deal, so the card count and the picture are left
-    // unchecked until the next settled deal.
-    void sospendi() { sospeso_ = true; }
-    bool sospeso() const { return sospeso_; }
 
     // Checks the state after one move. `premuta` is the area of the player's
-    // press (nessuna for anything else), `prima` the state before it.
+    // press (nessuna for anything else), `prima` the state before it;
+    // `mano_nuova` when the move dealt a hand, whatever the deal interrupted.
     // Returns the violations found, each as one line.
     std::vector<std::string> controlla(const Istantanea& prima, const Istantanea& dopo, Area premuta, bool mano_nuova,
                                        bool partita_nuova);
@@ -40,13 +36,13 @@ public:
 
 private:
     std::vector<std::string> controlla_codici(const Istantanea& s);
+    std::vector<std::string> controlla_mano_nuova(const Istantanea& s);
     std::vector<std::string> controlla_combinazioni(const Istantanea& s);
     std::vector<std::string> controlla_carte(const Istantanea& prima, const Istantanea& dopo, Area premuta);
     std::vector<std::string> controlla_tela(const Istantanea& s);
     const QImage& riferimento(long colonna, long riga, long codice, bool coperta);
 
     std::array<int, 53> attese_{};
-    bool sospeso_ = true;
     std::map<std::string, long> casi_;
     std::map<std::tuple<long, long, long, bool>, QImage> riferimenti_;
     QSize misura_riferimenti_;

@@ -45,6 +45,12 @@ constexpr double P_PRESSIONE = 0.02;
 constexpr double P_MENU = 0.004;
 constexpr double P_NUOVA_PARTITA = 0.00002;
 constexpr double P_ESCI = 0.000004;
+// The same for the other waits of the game (a deal, a move of the player, the
+// end of a hand), far fewer turns of the loop: "New game" and "Quit". And of a
+// click on a score sheet left up over the hand, in any wait.
+constexpr double P_NUOVA_PARTITA_ALTROVE = 0.0005;
+constexpr double P_ESCI_ALTROVE = 0.00005;
+constexpr double P_FOGLIO = 0.01;
 
 QString cartella_figure()
 {
@@ -57,11 +63,26 @@ QString cartella_figure()
 
 double probabilita(std::mt19937& caso) { return std::uniform_real_distribution<double>(0, 1)(caso); }
 
-bool carte_diverse_in_mazzo(const Istantanea& a, const Istantanea& b)
+// Which wait of the game the event loop is turning in, read from the tables.
+// A deal shows the player's new cards while the computer's are still to come
+// or the first discard still to be counted; the end of a hand has an empty
+// hand.
+const char* attesa_in_corso()
 {
-    for (std::size_t i = 1; i <= 27; ++i)
-        if (a.mazzo[i] != b.mazzo[i]) return true;
-    return false;
+    bool distribuite = mano_umano(14) == 0;
+    for (long i = 1; i <= 13; ++i) distribuite = distribuite && mano_umano(i) == mazzo(i);
+    for (long c = 1; c <= 13; ++c) distribuite = distribuite && tavolo_umano(c, 1) == 0 && tavolo_computer(c, 1) == 0;
+    bool computer_vuoto = true, computer_nuovo = mano_computer(14) == 0;
+    for (long i = 1; i <= 13; ++i) {
+        computer_vuoto = computer_vuoto && mano_computer(i) == 0;
+        computer_nuovo = computer_nuovo && mano_computer(i) == mazzo(i + 13);
+    }
+    const bool pozzo_contato = n_pozzo == 1 && pozzo(1) == mazzo(27) && tallone == 27;
+    if (distribuite && (computer_vuoto || (computer_nuovo && !pozzo_contato))) return "during the deal";
+    bool umano_vuoto = true;
+    for (long i = 1; i <= 14; ++i) umano_vuoto = umano_vuoto && mano_umano(i) == 0;
+    if (umano_vuoto || computer_vuoto) return "at the end of a hand";
+    return turno_umano ? "during the player's move" : "while the computer plays";
 }
 
 class Motore {
@@ -86,6 +107,7 @@ private:
     void disturba();
     void rispondi_al_dialogo(FrmJolly& dialogo);
     void comando_menu(bool anche_nuova_partita, const char* chi);
+    void conta_mani_distribuite();
 
     Opzioni opzioni_;
     Rapporto r_;
@@ -97,9 +119,14 @@ private:
     bool in_mossa_ = false;
     long giri_ = 0;
     bool senza_fine_ = false;
-    bool corsa_ = false;  // "New game" chose during a running turn
-    bool nuova_partita_a_riposo_ = false;
     FrmJolly* dialogo_risposto_ = nullptr;
+    bool dialogo_in_corso_ = false;
+    // A hand ends closed or cut short by the next deal (or a fatal end).
+    long mani_viste_ = 0;  // of the game's count of deals
+    bool mano_aperta_ = false;  // the hand on the table has not closed
+    // "New game" was chosen over the score sheet and the player plays the
+    // new hand with the sheet still up.
+    bool sotto_il_foglio_ = false;
 
     // Hand ends seen by the observer: who closed (1 the player, 2 the
     // computer) and what the loser's hand is worth.
@@ -109,6 +136,8 @@ private:
     };
     std::vector<Chiusura> chiusure_;
     bool chiusura_vista_ = false;
+    long mani_prima_ = 0;  // the game's count of deals before the move
+    bool foglio_prima_ = false;  // the score sheet was up before the move
     std::size_t richieste_lette_ = 0;
 };
 
@@ -116,26 +145,39 @@ template <class F>
 void Motore::mossa(const Azione& azione, F&& chiamata)
 {
     const Istantanea prima = fotografa();
+    mani_prima_ = mani_distribuite;
+    foglio_prima_ = frmTV().picture_score->isVisible();
     in_mossa_ = true;
     giri_ = 0;
     senza_fine_ = false;
-    corsa_ = false;
-    nuova_partita_a_riposo_ = false;
     chiusure_.clear();
     basic::protetto(chiamata);
+    in_mossa_ = false;
     // The table is repainted as the window would do it.
     QCoreApplication::processEvents();
-    in_mossa_ = false;
     dopo_la_mossa(azione, prima);
+}
+
+void Motore::conta_mani_distribuite()
+{
+    // Deals met since the last look; a deal that another deal overtook before
+    // it was seen was never played either.
+    const long nuove = mani_distribuite - mani_viste_;
+    if (nuove <= 0) return;
+    r_.mani_interrotte += (mano_aperta_ ? 1 : 0) + nuove - 1;
+    mano_aperta_ = true;
+    mani_viste_ = mani_distribuite;
 }
 
 void Motore::dopo_la_mossa(const Azione& azione, const Istantanea& prima)
 {
     const Istantanea dopo = fotografa();
+    conta_mani_distribuite();
     if (basic::programma_terminato()) {
         fine_fatale(azione, prima, dopo);
         return;
     }
+    const bool mano_nuova = mani_distribuite != mani_prima_;
 
     // A game is over when the end-of-game question was asked.
     bool partita_nuova = false;
@@ -157,8 +199,9 @@ void Motore::dopo_la_mossa(const Azione& azione, const Istantanea& prima)
             r_.penalita_umano += c.penalita;
         }
     }
-    // The score sheet charges exactly what the loser's hand is worth.
-    if (chiusure_.size() == 1 && !partita_nuova && !corsa_) {
+    // The score sheet charges exactly what the loser's hand is worth (unless
+    // a deal in a wait of the sheet cut the count short).
+    if (chiusure_.size() == 1 && !partita_nuova && !mano_nuova) {
         const long perdente = chiusure_[0].chi == 1 ? 2 : 1;
         const long addebito = dopo.punti[std::size_t(perdente)] - prima.punti[std::size_t(perdente)];
         if (addebito != chiusure_[0].penalita)
@@ -166,19 +209,13 @@ void Motore::dopo_la_mossa(const Azione& azione, const Istantanea& prima)
                        std::to_string(chiusure_[0].penalita),
                    azione, prima, dopo);
     }
-    if (chiusure_.empty() && (partita_nuova || (frmTV().picture_score->isVisible() && prima.turno_umano))) {
+    if (chiusure_.empty() &&
+        (partita_nuova || (frmTV().picture_score->isVisible() && !foglio_prima_ && prima.turno_umano))) {
         ++r_.mani_chiuse;
         ++r_.mani_senza_penalita;
     }
+    if (!chiusure_.empty()) sotto_il_foglio_ = false;
 
-    const bool mano_nuova = carte_diverse_in_mazzo(prima, dopo);
-    if (corsa_) {
-        controllore_.sospendi();
-        ++r_.mani_interrotte;
-    } else if (mano_nuova && controllore_.sospeso()) {
-        controllore_.nuova_mano();
-    }
-    if (nuova_partita_a_riposo_) ++r_.mani_interrotte;
     if (opzioni_.controlli)
         for (const std::string& g : controllore_.controlla(prima, dopo, azione.area, mano_nuova, partita_nuova))
             guasto(g, azione, prima, dopo);
@@ -190,13 +227,7 @@ void Motore::dopo_la_mossa(const Azione& azione, const Istantanea& prima)
 
 void Motore::fine_fatale(const Azione& azione, const Istantanea& prima, const Istantanea& dopo)
 {
-    std::string esito = riconosci(azione, prima, dopo);
-    // "New game" chosen in this very move, or in an earlier one whose deal
-    // has not settled yet: the turn that was running goes on over the fresh
-    // deal and can end on any error.
-    if (esito.empty() && !senza_fine_ && (corsa_ || controllore_.sospeso()))
-        esito = "run-time error " + std::to_string(basic::prova::ultimo_errore_fatale()) +
-                " in a hand dealt by \"New game\" in the middle of a turn";
+    const std::string esito = riconosci(azione, prima, dopo);
     if (senza_fine_) {
         // The computer's laying round stops once a state comes back: a turn
         // that goes on for ever is a fault, not one of the game's own ends.
@@ -210,7 +241,9 @@ void Motore::fine_fatale(const Azione& azione, const Istantanea& prima, const Is
         ++r_.esiti[esito];
     }
     // A hand that closed before the end counts as closed, any other as cut short.
-    if (chiusure_.empty()) ++r_.mani_interrotte;
+    if (mano_aperta_) ++r_.mani_interrotte;
+    mano_aperta_ = false;
+    sotto_il_foglio_ = false;
     for (const Chiusura& c : chiusure_) {
         ++r_.mani_chiuse;
         (c.chi == 1 ? r_.vinte_umano : r_.vinte_computer)++;
@@ -239,10 +272,6 @@ std::string Motore::riconosci(const Azione& azione, const Istantanea& prima, con
                 return "9: the player puts a 14th card on a straight of 13";
     }
     if (!dopo.turno_umano) {
-        if (dopo.n_pozzo == 1)
-            for (long i = 1; i <= 14; ++i)
-                if (dopo.mano_computer[std::size_t(i)] == dopo.pozzo[1] && dopo.pozzo[1] != 0)
-                    return "9: the computer takes a discard pile of one card";
         if (mano_vuota(dopo.mano_computer)) return "9: the computer laid every card and has none left to discard";
         for (long c = 1; c <= 13; ++c)
             if (lunghezza(dopo.tavolo_umano[std::size_t(c)]) == 13 || lunghezza(dopo.tavolo_computer[std::size_t(c)]) == 13)
@@ -278,6 +307,7 @@ void Motore::osserva()
         return;
     }
 
+    conta_mani_distribuite();
     // The end of a hand, seen as the score sheet is being prepared: the hand
     // of the player who closed is empty and his table holds what he laid.
     const bool umano_vuoto = [] {
@@ -299,6 +329,7 @@ void Motore::osserva()
         const bool computer_ha_chiuso = computer_vuoto && tavolo_computer(1, 1) != 0;
         if (umano_ha_chiuso || computer_ha_chiuso) {
             chiusura_vista_ = true;
+            mano_aperta_ = false;
             long valore = 0;
             for (long i = 1; i <= 14; ++i) {
                 const long c = umano_ha_chiuso ? long(mano_computer(i)) : long(mano_umano(i));
@@ -315,6 +346,10 @@ void Motore::osserva()
         dialogo_risposto_ = nullptr;
     } else if (dialogo != dialogo_risposto_) {
         dialogo_risposto_ = dialogo;
+        // Until its own loop has returned, the menus stay out of the player's
+        // reach, even once the dialog is answered.
+        dialogo_in_corso_ = true;
+        QObject::connect(dialogo, &QObject::destroyed, [this] { dialogo_in_corso_ = false; });
         rispondi_al_dialogo(*dialogo);
     }
 }
@@ -357,15 +392,33 @@ void Motore::comando_menu(bool anche_nuova_partita, const char* chi)
     if (anche_nuova_partita) voci.push_back({f.menu_newgame, "New game"});
     const auto& [azione, nome] = voci[std::uniform_int_distribution<std::size_t>(0, voci.size() - 1)(caso_rumore_)];
     ++r_.disturbi[std::string(nome) + " (" + chi + ")"];
-    if (azione == f.menu_newgame) nuova_partita_a_riposo_ = !f.picture_score->isVisible();
     azione->trigger();
 }
 
 void Motore::disturba()
 {
-    if (!opzioni_.rumore || !in_mossa_ || turno_umano || basic::programma_terminato()) return;
+    // A dialog on screen keeps the menus and the table out of reach.
+    if (!opzioni_.rumore || !in_mossa_ || basic::programma_terminato() || dialogo_in_corso_ ||
+        QApplication::activeModalWidget())
+        return;
+    const char* attesa = attesa_in_corso();
     const double p = probabilita(caso_rumore_);
     FrmTV& f = frmTV();
+    if (f.picture_score->isVisible() && probabilita(caso_rumore_) < P_FOGLIO) {
+        ++r_.disturbi[std::string("click on the score sheet (") + attesa + ")"];
+        emit f.picture_score->Click();
+        return;
+    }
+    if (std::string(attesa) != "while the computer plays") {
+        if (p < P_NUOVA_PARTITA_ALTROVE) {
+            ++r_.disturbi[std::string("New game (") + attesa + ")"];
+            f.menu_newgame->trigger();
+        } else if (p < P_NUOVA_PARTITA_ALTROVE + P_ESCI_ALTROVE) {
+            ++r_.disturbi[std::string("Quit (") + attesa + ")"];
+            f.menu_quit->trigger();
+        }
+        return;
+    }
     if (p < P_PRESSIONE) {
         // The player's presses while the computer plays change nothing.
         const float x = std::uniform_real_distribution<float>(0, 1024)(caso_rumore_);
@@ -379,7 +432,6 @@ void Motore::disturba()
         comando_menu(false, "while the computer plays");
     } else if (p < P_PRESSIONE + P_MENU + P_NUOVA_PARTITA) {
         ++r_.disturbi["New game (while the computer plays)"];
-        corsa_ = true;
         f.menu_newgame->trigger();
     } else if (p < P_PRESSIONE + P_MENU + P_NUOVA_PARTITA + P_ESCI) {
         ++r_.disturbi["Quit (while the computer plays)"];
@@ -406,6 +458,9 @@ Rapporto Motore::esegui()
     basic::prova::azzera();
     piattaforma::prova::azzera();
     richieste_lette_ = 0;
+    mani_viste_ = mani_distribuite;
+    mano_aperta_ = false;
+    sotto_il_foglio_ = false;
 
     QTimer osservatore, rumore;
     osservatore.setInterval(0);
@@ -424,11 +479,20 @@ Rapporto Motore::esegui()
             ultima_segnalata = r_.mani();
             std::fprintf(stderr, "  %ld hands, %.1f s\n", r_.mani(), orologio.elapsed() / 1000.0);
         }
-        if (f.picture_score->isVisible()) {
-            if (opzioni_.rumore && probabilita(caso_) < 0.03)
+        if (!f.picture_score->isVisible()) sotto_il_foglio_ = false;
+        if (f.picture_score->isVisible() && !sotto_il_foglio_) {
+            const double q = opzioni_.rumore ? probabilita(caso_) : 1;
+            if (q < 0.01) {
+                // "New game" leaves the sheet up: now and then the player plays
+                // the new hand under it, and a click on it may come in any wait.
+                ++r_.disturbi["New game, the sheet left up (on the score sheet)"];
+                sotto_il_foglio_ = true;
+                mossa({"New game over the score sheet", Area::nessuna}, [&f] { f.menu_newgame->trigger(); });
+            } else if (q < 0.04) {
                 mossa({"a menu command on the score sheet", Area::nessuna}, [this] { comando_menu(true, "on the score sheet"); });
-            else
+            } else {
                 mossa({"click on the score sheet", Area::nessuna}, [&f] { f.picture_score_Click(); });
+            }
             continue;
         }
         if (!turno_umano) {

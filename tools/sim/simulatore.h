@@ -2,9 +2,10 @@
 // The simulator's engine: whole hands and games of Tavolata played headless
 // through the game's own entry points, the player's side by a scripted player
 // pressing on the table, with random presses and menu commands thrown in while
-// the computer plays. After every move the invariants are checked; the fatal
-// run-time errors that the game keeps on purpose are recognised, counted, and
-// the game goes on with a fresh deal. Anything else is a failure.
+// the computer plays, and "New game", a click on the score sheet or "Quit" in
+// every other wait of the game. After every move the invariants are checked;
+// the fatal run-time errors that the game keeps on purpose are recognised,
+// counted, and the game goes on with a fresh deal. Anything else is a failure.
 #pragma once
 
 #include <map>
