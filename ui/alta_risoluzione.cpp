@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
+#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -176,11 +177,15 @@ QImage ricampiona(const QImage& fine, QSize classica, const QRectF& sorgente, QS
                             .toAlignedRect()
                             .intersected(fine.rect());
     const QImage pezzo = (parte == fine.rect() ? fine : fine.copy(parte)).convertToFormat(QImage::Format_RGB32);
-    // The felt, the only picture this big, has no edges to keep: averaging
-    // is enough and much quicker.
-    if (qsizetype(misura.width()) * misura.height() > piccolo_massimo)
-        return pezzo.scaled(misura, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).convertToFormat(QImage::Format_RGB32);
-    return lanczos(pezzo, misura);
+    if (qsizetype(misura.width()) * misura.height() <= piccolo_massimo) return lanczos(pezzo, misura);
+    // The felt, the only picture this big, has no edges to keep: a plain
+    // smooth stretch is enough and much quicker.
+    QImage risultato(misura, QImage::Format_RGB32);
+    QPainter pittore(&risultato);
+    pittore.setRenderHint(QPainter::SmoothPixmapTransform, true);
+    pittore.setCompositionMode(QPainter::CompositionMode_Source);
+    pittore.drawImage(QRectF(QPointF(0, 0), QSizeF(misura)), pezzo);
+    return risultato;
 }
 
 QImage per_schermo(const QString& percorso, qreal rapporto)
