@@ -244,12 +244,12 @@ void FrmJolly::paintEvent(QPaintEvent*)
     // On a screen of more than one pixel per point the face comes from the
     // finer sheet, resampled to the preview's own pixels.
     const qreal rapporto = devicePixelRatioF();
-    const QImage fine = rapporto > 1 ? alta_risoluzione::fine(immagine_carte) : QImage();
+    const QSize misura = (posto_anteprima().size() * rapporto).toSize();
+    const QImage fine = rapporto > 1 ? alta_risoluzione::fine(immagine_carte, misura.height() / faccia_.height()) : QImage();
     if (fine.isNull()) {
         p.drawImage(posto_anteprima(), immagine_carte, faccia_);
         return;
     }
-    const QSize misura = (posto_anteprima().size() * rapporto).toSize();
     QImage anteprima = alta_risoluzione::ricampiona(fine, immagine_carte.size(), faccia_, misura);
     anteprima.setDevicePixelRatio(rapporto);
     p.drawImage(posto_anteprima().topLeft(), anteprima);

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <vector>
 
 namespace alta_risoluzione {
@@ -21,26 +22,32 @@ const QString chiave_impronta = QStringLiteral("Classic-SHA1");
 // Pieces up to this many pixels (a card, a splash) get the sharper filter.
 constexpr qsizetype piccolo_massimo = 1 << 20;
 
+// A finer picture beside a classic one, `volte` times its size.
+struct Fine {
+    int volte = 0;
+    QString file;
+    QImage tenuta;  // kept once read, when small enough
+};
+
 struct Compagna {
     QString percorso;  // the classic file
     qint64 chiave = 0;  // the classic picture read from it
     QSize misura;
-    bool cercata = false;
-    QString file;  // the companion that belongs to it; empty when none
-    QSize misura_fine;
-    QImage tenuta;
+    bool cercate = false;
+    std::vector<Fine> fini;  // those that belong to it, coarsest first
 };
 std::vector<Compagna> compagne;
 
-// The companion of the classic file `percorso`, of size `misura`: the finest
-// of "<name>@4x", "@3x", "@2x" (PNG or JPEG) that is a whole multiple of the
-// classic size and carries the fingerprint of the classic file's bytes.
-QString compagna_di(const QString& percorso, QSize misura, QSize* misura_fine)
+// The companions of the classic file `percorso`, of size `misura`: the files
+// "<name>@2x", "@3x", "@4x" (PNG or JPEG) that are that many times its size
+// and carry the fingerprint of the classic file's bytes.
+std::vector<Fine> compagne_di(const QString& percorso, QSize misura)
 {
     const QFileInfo info(percorso);
     const QString base = info.path() + QLatin1Char('/') + info.completeBaseName();
     QByteArray impronta;
-    for (int volte : {4, 3, 2})
+    std::vector<Fine> fini;
+    for (int volte : {2, 3, 4})
         for (const char* estensione : {"png", "jpg"}) {
             const QString candidato = QStringLiteral("%1@%2x.%3").arg(base).arg(volte).arg(QLatin1String(estensione));
             if (!QFile::exists(candidato)) continue;
@@ -51,10 +58,28 @@ QString compagna_di(const QString& percorso, QSize misura, QSize* misura_fine)
                 if (!classico.open(QIODevice::ReadOnly)) return {};
                 impronta = QCryptographicHash::hash(classico.readAll(), QCryptographicHash::Sha1).toHex();
             }
-            if (lettore.text(chiave_impronta).toLatin1() != impronta) continue;
-            *misura_fine = misura * volte;
-            return candidato;
+            if (lettore.text(chiave_impronta).toLatin1() == impronta) fini.push_back(Fine{volte, candidato, {}});
         }
+    return fini;
+}
+
+// The companion just fine enough for `scala` screen pixels per classic pixel
+// (the coarsest at least that fine, or else the finest), read and checked;
+// those found damaged on the way are dropped for good. Null when none is left.
+QImage scegli(std::vector<Fine>& fini, QSize misura, double scala)
+{
+    while (!fini.empty()) {
+        auto f = std::find_if(fini.begin(), fini.end(), [&](const Fine& c) { return c.volte >= scala; });
+        if (f == fini.end()) --f;
+        if (!f->tenuta.isNull()) return f->tenuta;
+        QImageReader lettore(f->file);
+        const QImage figura = lettore.read();
+        if (figura.size() == misura * f->volte) {
+            if (figura.sizeInBytes() <= byte_da_tenere) f->tenuta = figura;
+            return figura;
+        }
+        fini.erase(f);
+    }
     return {};
 }
 
@@ -68,7 +93,7 @@ struct Pesi {
     int larghezza = 0;
 };
 
-Pesi pesi_lungo(int da, int a)
+Pesi calcola_pesi(int da, int a)
 {
     const double rapporto = double(da) / a, allargo = std::max(1.0, rapporto), raggio = 3 * allargo;
     Pesi p;
@@ -93,47 +118,62 @@ Pesi pesi_lungo(int da, int a)
     return p;
 }
 
+// A card is resampled between the same two sizes again and again.
+const Pesi& pesi_lungo(int da, int a)
+{
+    static std::map<std::pair<int, int>, Pesi> fatti;
+    auto trovati = fatti.find({da, a});
+    if (trovati == fatti.end()) trovati = fatti.emplace(std::pair{da, a}, calcola_pesi(da, a)).first;
+    return trovati->second;
+}
+
+// One pass of the filter along the rows of `da` (four floats a pixel, `righe`
+// rows of `larghezza`, `passo` floats apart between neighbours along the row
+// and `salto` between rows) into `a`, laid out the same way with the rows
+// `a_passo`/`a_salto` apart.
+void passa(const float* da, int righe, std::size_t passo, std::size_t salto, const Pesi& p, int quanti_a, float* a,
+           std::size_t a_passo, std::size_t a_salto)
+{
+    for (int r = 0; r < righe; ++r)
+        for (int i = 0; i < quanti_a; ++i) {
+            const float* w = &p.pesi[std::size_t(i) * p.larghezza];
+            const float* in = da + r * salto + std::size_t(p.primo[i]) * passo;
+            float somma[4] = {0, 0, 0, 0};
+            for (int j = 0; j < p.quanti[i]; ++j, in += passo)
+                for (int c = 0; c < 4; ++c) somma[c] += w[j] * in[c];
+            float* out = a + r * a_salto + std::size_t(i) * a_passo;
+            for (int c = 0; c < 4; ++c) out[c] = somma[c];
+        }
+}
+
 QImage lanczos(const QImage& da, QSize a)
 {
-    const Pesi ox = pesi_lungo(da.width(), a.width()), oy = pesi_lungo(da.height(), a.height());
-    // Across first, into three floats a pixel; then down.
-    std::vector<float> mezzo(std::size_t(a.width()) * da.height() * 3);
-    for (int y = 0; y < da.height(); ++y) {
+    const int w = da.width(), h = da.height();
+    std::vector<float> sorgente(std::size_t(w) * h * 4), mezzo(std::size_t(a.width()) * h * 4),
+        fine(std::size_t(a.width()) * a.height() * 4);
+    for (int y = 0; y < h; ++y) {
         const QRgb* riga = reinterpret_cast<const QRgb*>(da.constScanLine(y));
-        float* out = &mezzo[std::size_t(y) * a.width() * 3];
-        for (int x = 0; x < a.width(); ++x) {
-            const float* w = &ox.pesi[std::size_t(x) * ox.larghezza];
-            const QRgb* in = riga + ox.primo[x];
-            float r = 0, g = 0, b = 0;
-            for (int j = 0; j < ox.quanti[x]; ++j) r += w[j] * qRed(in[j]), g += w[j] * qGreen(in[j]), b += w[j] * qBlue(in[j]);
-            out[3 * x] = r, out[3 * x + 1] = g, out[3 * x + 2] = b;
-        }
+        float* f = &sorgente[std::size_t(y) * w * 4];
+        for (int x = 0; x < w; ++x, f += 4) f[0] = qRed(riga[x]), f[1] = qGreen(riga[x]), f[2] = qBlue(riga[x]);
     }
+    // Across each row, then down each column.
+    passa(sorgente.data(), h, 4, std::size_t(w) * 4, pesi_lungo(w, a.width()), a.width(), mezzo.data(), 4,
+          std::size_t(a.width()) * 4);
+    passa(mezzo.data(), a.width(), std::size_t(a.width()) * 4, 4, pesi_lungo(h, a.height()), a.height(), fine.data(),
+          std::size_t(a.width()) * 4, 4);
     QImage risultato(a, QImage::Format_RGB32);
-    const std::size_t passo = std::size_t(a.width()) * 3;
     auto canale = [](float v) { return int(std::clamp(v + 0.5f, 0.f, 255.f)); };
     for (int y = 0; y < a.height(); ++y) {
-        const float* w = &oy.pesi[std::size_t(y) * oy.larghezza];
         QRgb* out = reinterpret_cast<QRgb*>(risultato.scanLine(y));
-        for (int x = 0; x < a.width(); ++x) {
-            const float* in = &mezzo[std::size_t(oy.primo[y]) * passo + 3 * x];
-            float r = 0, g = 0, b = 0;
-            for (int j = 0; j < oy.quanti[y]; ++j, in += passo) r += w[j] * in[0], g += w[j] * in[1], b += w[j] * in[2];
-            QRgb c = qRgb(canale(r), canale(g), canale(b));
+        const float* f = &fine[std::size_t(y) * a.width() * 4];
+        for (int x = 0; x < a.width(); ++x, f += 4) {
+            QRgb c = qRgb(canale(f[0]), canale(f[1]), canale(f[2]));
             // The selected card's frame is the only pure red on the table.
             if (c == qRgb(255, 0, 0)) c = qRgb(254, 0, 0);
             out[x] = c;
         }
     }
     return risultato;
-}
-
-// A companion as read, or null when its content turns out to be damaged.
-QImage leggi(const QString& file, QSize attesa)
-{
-    QImageReader lettore(file);
-    const QImage figura = lettore.read();
-    return figura.size() == attesa ? figura : QImage();
 }
 
 }  // namespace
@@ -149,23 +189,16 @@ void registra(const QImage& classica, const QString& percorso)
     compagne.push_back(c);
 }
 
-QImage fine(const QImage& classica)
+QImage fine(const QImage& classica, double scala)
 {
     if (classica.isNull()) return {};
     for (Compagna& c : compagne) {
         if (c.chiave != classica.cacheKey()) continue;
-        if (!c.cercata) {
-            c.cercata = true;
-            c.file = compagna_di(c.percorso, c.misura, &c.misura_fine);
+        if (!c.cercate) {
+            c.cercate = true;
+            c.fini = compagne_di(c.percorso, c.misura);
         }
-        if (c.file.isEmpty()) return {};
-        if (!c.tenuta.isNull()) return c.tenuta;
-        const QImage figura = leggi(c.file, c.misura_fine);
-        if (figura.isNull())
-            c.file.clear();  // damaged: the classic picture serves from now on
-        else if (figura.sizeInBytes() <= byte_da_tenere)
-            c.tenuta = figura;
-        return figura;
+        return scegli(c.fini, c.misura, scala);
     }
     return {};
 }
@@ -183,7 +216,6 @@ QImage ricampiona(const QImage& fine, QSize classica, const QRectF& sorgente, QS
     QImage risultato(misura, QImage::Format_RGB32);
     QPainter pittore(&risultato);
     pittore.setRenderHint(QPainter::SmoothPixmapTransform, true);
-    pittore.setCompositionMode(QPainter::CompositionMode_Source);
     pittore.drawImage(QRectF(QPointF(0, 0), QSizeF(misura)), pezzo);
     return risultato;
 }
@@ -193,9 +225,8 @@ QImage per_schermo(const QString& percorso, qreal rapporto)
     QImageReader lettore(percorso);
     const QImage classica = lettore.read();
     if (classica.isNull() || rapporto <= 1) return classica;
-    QSize misura_fine;
-    const QString file = compagna_di(percorso, classica.size(), &misura_fine);
-    const QImage figura = file.isEmpty() ? QImage() : leggi(file, misura_fine);
+    std::vector<Fine> fini = compagne_di(percorso, classica.size());
+    const QImage figura = scegli(fini, classica.size(), rapporto);
     if (figura.isNull()) return classica;
     const QSize misura(qRound(classica.width() * rapporto), qRound(classica.height() * rapporto));
     QImage pronta = ricampiona(figura, classica.size(), QRectF(QPointF(0, 0), QSizeF(classica.size())), misura);

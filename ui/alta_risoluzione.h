@@ -1,6 +1,6 @@
 // The finer pictures beside the classic ones. A picture the game reads
 // ("totale.bmp") may have a companion two, three or four times its size
-// ("totale@4x.png", or .jpg) that the art generator marked with the
+// ("totale@2x.png", "totale@4x.png", or .jpg) that the art generator marked with the
 // fingerprint of the classic file it was drawn with. Where the screen shows a
 // picture bigger than its own pixels, the companion is drawn instead, but only
 // while it still belongs to the classic file beside it: a player who replaces
@@ -19,10 +19,12 @@ namespace alta_risoluzione {
 // companion can be looked for when it is first needed.
 void registra(const QImage& classica, const QString& percorso);
 
-// The companion of a picture given to `registra`, read on first use; null
-// when it has none that belongs to it. Companions of a few megabytes are
-// kept; bigger ones (the felt) are read again each time they are asked for.
-QImage fine(const QImage& classica);
+// The companion of a picture given to `registra` just fine enough for
+// `scala` screen pixels per pixel of it: the coarsest that is at least that
+// fine, or else the finest. Read on first use; null when it has none that
+// belongs to it. Companions of a few megabytes are kept; bigger ones (the
+// felt) are read again each time they are asked for.
+QImage fine(const QImage& classica, double scala);
 
 // The rectangle `sorgente` of a classic picture (in its pixels) taken from its
 // companion `fine` and resampled to `misura` pixels, smoothly.

@@ -44,10 +44,12 @@ bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove)
     const QSizeF tavolo(larghezza_logica, altezza_logica);
     if (QSizeF(t.figura.size()) == tavolo && t.sorgente == t.destinazione) {
         if (tavolo_fine.figura != t.figura.cacheKey() || tavolo_fine.misura != img_.size()) {
-            const QImage fine = alta_risoluzione::fine(t.figura);
+            const QImage fine = alta_risoluzione::fine(t.figura, std::max(scala_x(), scala_y()));
             if (fine.isNull()) return false;
+            // Three bytes a pixel: it is kept for the whole run.
             tavolo_fine = {t.figura.cacheKey(), img_.size(),
-                           alta_risoluzione::ricampiona(fine, t.figura.size(), QRectF(QPointF(0, 0), tavolo), img_.size())};
+                           alta_risoluzione::ricampiona(fine, t.figura.size(), QRectF(QPointF(0, 0), tavolo), img_.size())
+                               .convertToFormat(QImage::Format_RGB888)};
         }
         copia(tavolo_fine.immagine, dove, dove.topLeft());
         return true;
@@ -58,7 +60,8 @@ bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove)
         copia(*pronto, QRect(QPoint(0, 0), dove.size()), dove.topLeft());
         return true;
     }
-    const QImage fine = alta_risoluzione::fine(t.figura);
+    const double scala = std::max(dove.width() / t.sorgente.width(), dove.height() / t.sorgente.height());
+    const QImage fine = alta_risoluzione::fine(t.figura, scala);
     if (fine.isNull()) return false;
     auto* p = new QImage(alta_risoluzione::ricampiona(fine, t.figura.size(), t.sorgente, dove.size()));
     copia(*p, QRect(QPoint(0, 0), dove.size()), dove.topLeft());
