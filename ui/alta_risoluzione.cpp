@@ -64,12 +64,13 @@ std::vector<Fine> compagne_di(const QString& percorso, QSize misura)
 }
 
 // The companion just fine enough for `scala` screen pixels per classic pixel
-// (the coarsest at least that fine, or else the finest), read and checked;
+// (the coarsest at least that fine, a few percent of stretch allowed, or else
+// the finest), read and checked;
 // those found damaged on the way are dropped for good. Null when none is left.
 QImage scegli(std::vector<Fine>& fini, QSize misura, double scala)
 {
     while (!fini.empty()) {
-        auto f = std::find_if(fini.begin(), fini.end(), [&](const Fine& c) { return c.volte >= scala; });
+        auto f = std::find_if(fini.begin(), fini.end(), [&](const Fine& c) { return c.volte * 1.05 >= scala; });
         if (f == fini.end()) --f;
         if (!f->tenuta.isNull()) return f->tenuta;
         QImageReader lettore(f->file);
@@ -212,8 +213,9 @@ QImage ricampiona(const QImage& fine, QSize classica, const QRectF& sorgente, QS
     const QImage pezzo = (parte == fine.rect() ? fine : fine.copy(parte)).convertToFormat(QImage::Format_RGB32);
     if (qsizetype(misura.width()) * misura.height() <= piccolo_massimo) return lanczos(pezzo, misura);
     // The felt, the only picture this big, has no edges to keep: a plain
-    // smooth stretch is enough and much quicker.
-    QImage risultato(misura, QImage::Format_RGB32);
+    // smooth stretch is enough and much quicker. It is kept for the whole
+    // run, at three bytes a pixel.
+    QImage risultato(misura, QImage::Format_RGB888);
     QPainter pittore(&risultato);
     pittore.setRenderHint(QPainter::SmoothPixmapTransform, true);
     pittore.drawImage(QRectF(QPointF(0, 0), QSizeF(misura)), pezzo);

@@ -27,7 +27,9 @@ void registra(const QImage& classica, const QString& percorso);
 QImage fine(const QImage& classica, double scala);
 
 // The rectangle `sorgente` of a classic picture (in its pixels) taken from its
-// companion `fine` and resampled to `misura` pixels, smoothly.
+// companion `fine` and resampled to `misura` pixels, smoothly: a card with a
+// sharp filter, in the surface's format; a whole felt with a plain stretch, at
+// three bytes a pixel.
 QImage ricampiona(const QImage& fine, QSize classica, const QRectF& sorgente, QSize misura);
 
 // The picture in the file (or resource) `percorso` for a screen of `rapporto`

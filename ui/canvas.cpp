@@ -46,10 +46,8 @@ bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove)
         if (tavolo_fine.figura != t.figura.cacheKey() || tavolo_fine.misura != img_.size()) {
             const QImage fine = alta_risoluzione::fine(t.figura, std::max(scala_x(), scala_y()));
             if (fine.isNull()) return false;
-            // Three bytes a pixel: it is kept for the whole run.
             tavolo_fine = {t.figura.cacheKey(), img_.size(),
-                           alta_risoluzione::ricampiona(fine, t.figura.size(), QRectF(QPointF(0, 0), tavolo), img_.size())
-                               .convertToFormat(QImage::Format_RGB888)};
+                           alta_risoluzione::ricampiona(fine, t.figura.size(), QRectF(QPointF(0, 0), tavolo), img_.size())};
         }
         copia(tavolo_fine.immagine, dove, dove.topLeft());
         return true;
