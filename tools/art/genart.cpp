@@ -729,8 +729,8 @@ void paintFace(QPainter& p, int k)
         paintPips(p, rank, s);
 }
 
-// `scale` picture pixels to one pixel of the classic picture: 1 for the files
-// the game is specified with, more for their finer companions.
+// `scale` picture pixels to one pixel of the classic picture: 1 for the
+// classic files the game reads, more for their finer companions.
 QImage cardSheet(int scale)
 {
     QImage sheet(9 * CardWidth * scale, 6 * CardHeight * scale, QImage::Format_RGB32);
