@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "human/frmJolly.h"
 
+#include "ui/alta_risoluzione.h"
 #include "ui/frmTV.h"
 #include "ui/mdGraphics.h"
 
@@ -78,15 +79,16 @@ QPainterPath simbolo(int seme, double x, double y, double l)
 
 // ------------------------------------------------------------ suit buttons
 
-PulsanteSeme::PulsanteSeme(int seme, QWidget* parent) : QAbstractButton(parent), figura_(figura_seme(seme))
+PulsanteSeme::PulsanteSeme(int seme, QWidget* parent)
+    : QAbstractButton(parent), figura_(figura_seme(seme, parent ? parent->devicePixelRatioF() : 1.0))
 {
     setCheckable(true);
     setFocusPolicy(Qt::StrongFocus);
 }
 
-QImage PulsanteSeme::figura_seme(int seme)
+QImage PulsanteSeme::figura_seme(int seme, qreal rapporto)
 {
-    QImage figura(QStringLiteral(":/risorse/seme%1.bmp").arg(seme));
+    QImage figura = alta_risoluzione::per_schermo(QStringLiteral(":/risorse/seme%1.bmp").arg(seme), rapporto);
     if (!figura.isNull()) return figura;
     figura = QImage(24, 22, QImage::Format_RGB32);
     figura.fill(GRIGIO_CHIARO);
@@ -105,7 +107,8 @@ void PulsanteSeme::paintEvent(QPaintEvent*)
     p.fillRect(rect(), GRIGIO_CHIARO);
     // The picture is centred and cut to the button; it sinks with the button.
     const int spinta = giu ? 1 : 0;
-    p.drawImage(QPoint((width() - figura_.width()) / 2 + spinta, (height() - figura_.height()) / 2 + spinta), figura_);
+    const QSize lato = figura_.deviceIndependentSize().toSize();
+    p.drawImage(QPoint((width() - lato.width()) / 2 + spinta, (height() - lato.height()) / 2 + spinta), figura_);
     cornice(p, rect(), giu);
     if (hasFocus()) {
         p.setPen(QPen(Qt::black, 1, Qt::DotLine));
@@ -239,5 +242,16 @@ void FrmJolly::paintEvent(QPaintEvent*)
     if (faccia_.isEmpty() || immagine_carte.isNull()) return;
     QPainter p(this);
     p.setRenderHint(QPainter::SmoothPixmapTransform, true);
-    p.drawImage(posto_anteprima(), immagine_carte, faccia_);
+    // On a screen of more than one pixel per point the face comes from the
+    // finer sheet, resampled to the preview's own pixels.
+    const qreal rapporto = devicePixelRatioF();
+    const QSize misura = (posto_anteprima().size() * rapporto).toSize();
+    const QImage fine = rapporto > 1 ? alta_risoluzione::fine(immagine_carte, misura.height() / faccia_.height()) : QImage();
+    if (fine.isNull()) {
+        p.drawImage(posto_anteprima(), immagine_carte, faccia_);
+        return;
+    }
+    QImage anteprima = alta_risoluzione::ricampiona(fine, immagine_carte.size(), faccia_, misura);
+    anteprima.setDevicePixelRatio(rapporto);
+    p.drawImage(posto_anteprima().topLeft(), anteprima);
 }

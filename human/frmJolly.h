@@ -23,9 +23,10 @@ class PulsanteSeme : public QAbstractButton {
     Q_OBJECT
 public:
     PulsanteSeme(int seme, QWidget* parent);
-    // The 24 x 22 bitmap of suit 1-4, from the program's resources or, when
-    // they lack it, painted on the spot.
-    static QImage figura_seme(int seme);
+    // The 24 x 22 bitmap of suit 1-4 for a screen of `rapporto` device pixels
+    // per point, from the program's resources or, when they lack it, painted
+    // on the spot.
+    static QImage figura_seme(int seme, qreal rapporto = 1);
 
 protected:
     void paintEvent(QPaintEvent*) override;

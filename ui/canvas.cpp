@@ -2,6 +2,7 @@
 #include "ui/canvas.h"
 
 #include "platform/basic.h"
+#include "ui/alta_risoluzione.h"
 
 #include <QPainter>
 
@@ -22,7 +23,49 @@ constexpr qsizetype pezzo_massimo = 1 << 20;
 
 std::size_t qHash(const Canvas::Chiave& c, std::size_t seme) noexcept
 {
-    return qHashMulti(seme, c.figura, c.x, c.y, c.w, c.h, c.larghezza, c.altezza);
+    return qHashMulti(seme, c.figura, c.x, c.y, c.w, c.h, c.larghezza, c.altezza, c.fine);
+}
+
+namespace {
+// The felt resampled whole from its finer companion to the size of the
+// surface. Every part of it drawn in its own place (a card taken away) is cut
+// from this, so a restored cell is the very pixels around it. One is kept,
+// shared by every surface of that size.
+struct TavoloFine {
+    qint64 figura = 0;
+    QSize misura;
+    QImage immagine;
+};
+TavoloFine tavolo_fine;
+}  // namespace
+
+bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove)
+{
+    if (scala_x() <= 1 && scala_y() <= 1) return false;
+    const QSizeF tavolo(larghezza_logica, altezza_logica);
+    if (QSizeF(t.figura.size()) == tavolo && t.sorgente == t.destinazione) {
+        if (tavolo_fine.figura != t.figura.cacheKey() || tavolo_fine.misura != img_.size()) {
+            const QImage fine = alta_risoluzione::fine(t.figura, std::max(scala_x(), scala_y()));
+            if (fine.isNull()) return false;
+            tavolo_fine = {t.figura.cacheKey(), img_.size(),
+                           alta_risoluzione::ricampiona(fine, t.figura.size(), QRectF(QPointF(0, 0), tavolo), img_.size())};
+        }
+        copia(tavolo_fine.immagine, dove, dove.topLeft());
+        return true;
+    }
+    const Chiave k{t.figura.cacheKey(), t.sorgente.x(), t.sorgente.y(), t.sorgente.width(), t.sorgente.height(),
+                   dove.width(), dove.height(), true};
+    if (const QImage* pronto = pezzi_.object(k)) {
+        copia(*pronto, QRect(QPoint(0, 0), dove.size()), dove.topLeft());
+        return true;
+    }
+    const double scala = std::max(dove.width() / t.sorgente.width(), dove.height() / t.sorgente.height());
+    const QImage fine = alta_risoluzione::fine(t.figura, scala);
+    if (fine.isNull()) return false;
+    auto* p = new QImage(alta_risoluzione::ricampiona(fine, t.figura.size(), t.sorgente, dove.size()));
+    copia(*p, QRect(QPoint(0, 0), dove.size()), dove.topLeft());
+    pezzi_.insert(k, p, p->sizeInBytes());
+    return true;
 }
 
 const QImage* Canvas::pezzo(const QImage& figura, const QRectF& sorgente, QSize misura)
@@ -151,6 +194,10 @@ void Canvas::esegui(const Tratto& t)
     case Tratto::Figura: {
         const QRect dst = in_pixel(t.destinazione);
         if (dst.isEmpty()) return;
+        if (dipingi_fine(t, dst)) {
+            segnala(dst);
+            return;
+        }
         if (t.sorgente.size() == QSizeF(dst.size()) && t.sorgente.toRect() == t.sorgente)
             copia(t.figura, t.sorgente.toRect(), dst.topLeft());
         else if (const QImage* pronto = pezzo(t.figura, t.sorgente, dst.size()))

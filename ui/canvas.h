@@ -75,12 +75,17 @@ private:
     // a ready piece is a plain copy of pixels. Null for a piece too big to
     // keep (the whole table), which is painted straight away.
     const QImage* pezzo(const QImage& figura, const QRectF& sorgente, QSize misura);
+    // Above one device pixel per unit, a picture with a finer companion is
+    // drawn from it, each piece resampled once per size; false when the
+    // picture has none and is drawn as at one pixel per unit.
+    bool dipingi_fine(const Tratto& t, const QRect& dove);
 
 public:
     struct Chiave {
         qint64 figura;
         double x, y, w, h;
         int larghezza, altezza;
+        bool fine = false;  // cut from the finer companion
         bool operator==(const Chiave&) const = default;
     };
 

@@ -2,6 +2,7 @@
 #include "ui/frmSplash.h"
 
 #include "platform/dialoghi.h"
+#include "ui/alta_risoluzione.h"
 #include "ui/frmTV.h"
 #include "ui/mdGraphics.h"
 
@@ -22,13 +23,16 @@ FrmSplash::FrmSplash() : QWidget(nullptr, Qt::SplashScreen)
     setFont(f);
 
     Picture1 = new QLabel(this);
-    QPixmap figura(QStringLiteral(":/risorse/splash.png"));
+    // On a screen of more than one pixel per point the finer picture shows,
+    // at the same size.
+    QPixmap figura = QPixmap::fromImage(alta_risoluzione::per_schermo(QStringLiteral(":/risorse/splash.png"), devicePixelRatioF()));
     if (figura.isNull()) {
         figura = QPixmap(420, 240);
         figura.fill(Qt::white);
     }
     Picture1->setPixmap(figura);
-    Picture1->setGeometry(0, 0, figura.width(), figura.height());
+    const QSize lato = figura.deviceIndependentSize().toSize();
+    Picture1->setGeometry(0, 0, lato.width(), lato.height());
 
     const char* didascalie[] = {"Version 2.1.2", "Classic Italian Game", "Italian rummy for one player and the computer"};
     for (long i = 0; i <= 2; ++i) {
@@ -43,7 +47,7 @@ FrmSplash::FrmSplash() : QWidget(nullptr, Qt::SplashScreen)
         Label1(i)->adjustSize();
     }
     // The version line keeps its designed place at the bottom left of the picture.
-    Label1(0)->move(20, figura.height() + 50);
+    Label1(0)->move(20, lato.height() + 50);
     Form_Load();
 }
 

@@ -2,6 +2,7 @@
 #include "ui/mdGraphics.h"
 
 #include "rules/mdTavolata.h"
+#include "ui/alta_risoluzione.h"
 #include "ui/canvas.h"
 #include "ui/frmTV.h"
 #include "ui/suoni.h"
@@ -37,7 +38,9 @@ QImage carica_figura(const QString& nome)
     lettore.setDecideFormatFromContent(true);
     QImage figura = lettore.read();
     if (figura.isNull()) basic::errore(481);
-    return figura.convertToFormat(QImage::Format_RGB32);
+    figura = figura.convertToFormat(QImage::Format_RGB32);
+    alta_risoluzione::registra(figura, percorso);
+    return figura;
 }
 
 QRectF cella(Long colonna, Long riga) { return QRectF((colonna - 1) * 72 + 8, riga * 16, 72, 96); }

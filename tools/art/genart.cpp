@@ -5,6 +5,7 @@
 // the pictures can be regenerated at will and always come out the same.
 //
 //   genart <media-dir> <resource-dir>
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
@@ -14,8 +15,10 @@
 #include <QTextStream>
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
 #include <cstdio>
+#include <map>
 #include <random>
 #include <vector>
 
@@ -238,13 +241,20 @@ void paintCardBlank(QPainter& p, QSizeF size)
     p.drawRoundedRect(QRectF(0.5, 0.5, size.width() - 1, size.height() - 1), 4.5, 4.5);
 }
 
+// The corner index: rank and suit side by side inside the top 16 units of the
+// card, and again inside the bottom 16 units, the right way up for the player
+// too. Laid on the table, a card overlapped by the next one shows only one of
+// those strips (the top in the player's combinations, the bottom in the
+// computer's), and either must say which card it is.
+constexpr qreal IndexStrip = 16;
+const QPointF BottomIndexShift(44.5, 80);
+
 void paintIndex(QPainter& p, int rank, Suit s)
 {
-    const QSizeF card(CardWidth, CardHeight);
-    bothEnds(p, card, [&] {
-        letter(p, rankName(rank), serifFont(), 7.5, 13.5, 9.5, 11.5, suitInk(s));
-        fillSuit(p, s, QPointF(7.5, 20.5), 8.5);
-    });
+    for (const QPointF shift : {QPointF(0, 0), BottomIndexShift}) {
+        letter(p, rankName(rank), serifFont(), 8 + shift.x(), 13 + shift.y(), 10, 12, suitInk(s));
+        fillSuit(p, s, QPointF(20 + shift.x(), 8 + shift.y()), 9);
+    }
 }
 
 // Pip places as printed on real cards: three columns, and the heights as a
@@ -280,8 +290,9 @@ std::vector<Pip> pipLayout(int rank)
 
 void paintPips(QPainter& p, int rank, Suit s)
 {
+    // The pips keep clear of the two index strips.
     const qreal columns[] = {22.5, 35.5, 48.5};
-    const qreal top = 16.5, bottom = 79.5, size = 13.0;
+    const qreal size = 12.0, top = IndexStrip + 1 + size / 2, bottom = CardHeight - IndexStrip - 1 - size / 2;
     for (const Pip& pip : pipLayout(rank)) {
         const qreal y = top + (bottom - top) * pip.row;
         // Pips below the middle are printed the other way up.
@@ -330,8 +341,12 @@ void paintAce(QPainter& p, Suit s)
 
 // --- Court figures ---------------------------------------------------------
 
-// The court frame; one head of the figure stands in each half of it.
-const QRectF CourtFrame(14.5, 6.5, 42, 83);
+// The court frame, between the two index strips; one head of the figure stands
+// in each half of it.
+const QRectF CourtFrame(15.5, 17.5, 40, 61);
+// A head is drawn in a box 42 wide and 41.5 high and shrunk to half the frame,
+// a little less across than down so the figure keeps its breadth.
+constexpr qreal BustWidth = 42, BustHeight = 41.5;
 
 struct Costume {
     QColor robe, trim, collar, headgear, hair;
@@ -570,10 +585,12 @@ void paintCourt(QPainter& p, int rank, Suit s)
 {
     const QSizeF card(CardWidth, CardHeight);
     const QRectF half(CourtFrame.left(), CourtFrame.top(), CourtFrame.width(), CourtFrame.height() / 2);
+    const qreal down = half.height() / BustHeight, across = down * 1.12;
     bothEnds(p, card, [&] {
         p.save();
         p.setClipRect(half);
-        p.translate(half.topLeft());
+        p.translate(half.left() + (half.width() - BustWidth * across) / 2, half.top());
+        p.scale(across, down);
         paintBust(p, rank, s);
         p.restore();
     });
@@ -674,22 +691,26 @@ void paintJolly(QPainter& p, int which)
 {
     const JollyColours c = which == 0 ? JollyColours{RedInk, Gold, Gold}
                                       : JollyColours{RoyalBlue, QColor(28, 28, 34), QColor(200, 204, 214)};
-    const QSizeF card(CardWidth, CardHeight);
-    bothEnds(p, card, [&] {
-        const QString word = QStringLiteral("JOLLY");
-        for (int i = 0; i < word.size(); ++i)
-            letter(p, word.mid(i, 1), serifFont(), 7.5, 10 + i * 7.6, 6.2, 7, c.main);
-        // A small star under the word.
+    // The word and a star in both index strips, the right way up, as the
+    // other cards show rank and suit there.
+    for (const QPointF shift : {QPointF(0, 0), QPointF(29.5, 80)}) {
+        letter(p, QStringLiteral("JOLLY"), serifFont(), 17 + shift.x(), 12.5 + shift.y(), 8, 30, c.main);
         QPolygonF star;
         for (int i = 0; i < 10; ++i) {
-            const qreal a = i * M_PI / 5 - M_PI / 2, r = i % 2 ? 1.4 : 3.4;
-            star << QPointF(7.5 + r * std::cos(a), 45 + r * std::sin(a));
+            const qreal a = i * M_PI / 5 - M_PI / 2, r = i % 2 ? 1.5 : 3.6;
+            star << QPointF(36 + shift.x() + r * std::cos(a), 8.6 + shift.y() + r * std::sin(a));
         }
-        p.setPen(Qt::NoPen);
+        p.setPen(QPen(Outline, 0.3));
         p.setBrush(c.second);
         p.drawPolygon(star);
-    });
+    }
+    // The jester, shrunk to the space between the strips.
+    p.save();
+    p.translate(35.5, 48);
+    p.scale(0.7, 0.7);
+    p.translate(-37, -46.6);
     paintJester(p, c);
+    p.restore();
 }
 
 // Face k of the sheet: 13 cards of each suit from ace to king in the order
@@ -709,12 +730,15 @@ void paintFace(QPainter& p, int k)
         paintPips(p, rank, s);
 }
 
-QImage cardSheet()
+// `scale` picture pixels to one pixel of the classic picture: 1 for the
+// classic files the game reads, more for their finer companions.
+QImage cardSheet(int scale)
 {
-    QImage sheet(9 * CardWidth, 6 * CardHeight, QImage::Format_RGB32);
+    QImage sheet(9 * CardWidth * scale, 6 * CardHeight * scale, QImage::Format_RGB32);
     sheet.fill(Felt);  // the corners outside each rounded card show the table
     QPainter p;
     beginPainting(p, sheet);
+    p.scale(scale, scale);
     for (int k = 0; k < 54; ++k) {
         p.save();
         p.translate(k % 9 * CardWidth, k / 9 * CardHeight);
@@ -727,25 +751,52 @@ QImage cardSheet()
 // ---------------------------------------------------------------------------
 // Backs: a white margin round a fine lattice with a rosette in the middle.
 
-QImage cardBack(const QColor& ink)
+// The lattice of a back: a tile six classic pixels wide of one-pixel
+// diagonals with a dot in the middle of every diamond. In the classic picture
+// it is laid on whole pixels so the diamonds stay crisp; a finer picture draws
+// the same lines smoothly.
+QImage latticeTile(const QColor& ink, const QColor& light, int scale)
 {
-    QImage img(BackWidth, BackHeight, QImage::Format_RGB32);
+    const QColor dot = mix(ink, Qt::white, 0.3);
+    QImage tile(6 * scale, 6 * scale, QImage::Format_RGB32);
+    if (scale == 1) {
+        for (int y = 0; y < 6; ++y)
+            for (int x = 0; x < 6; ++x) {
+                const int a = (x + y) % 6, b = (x - y + 6) % 6;
+                tile.setPixelColor(x, y, a == 0 || b == 0 ? light : a == 3 && b == 3 ? dot : ink);
+            }
+        return tile;
+    }
+    tile.fill(ink);
+    QPainter p;
+    beginPainting(p, tile);
+    p.scale(scale, scale);
+    p.setPen(QPen(light, 1.0));
+    for (int k = -6; k <= 12; k += 6) {  // the lines of this tile and its neighbours
+        p.drawLine(QPointF(k + 0.5, 0.5 - 6), QPointF(k + 0.5 - 12, 0.5 + 6));  // x + y = k + 1
+        p.drawLine(QPointF(k + 0.5 - 6, 0.5 - 6), QPointF(k + 0.5 + 6, 0.5 + 6));  // x - y = k
+    }
+    p.setPen(Qt::NoPen);
+    p.setBrush(dot);
+    for (QPointF c : {QPointF(3.5, 0.5), QPointF(0.5, 3.5), QPointF(3.5, 6.5), QPointF(6.5, 3.5)})
+        p.drawEllipse(c, 0.6, 0.6);
+    return tile;
+}
+
+QImage cardBack(const QColor& ink, int scale)
+{
+    QImage img(BackWidth * scale, BackHeight * scale, QImage::Format_RGB32);
     img.fill(Felt);
     QPainter p;
     beginPainting(p, img);
+    p.scale(scale, scale);
     paintCardBlank(p, QSizeF(BackWidth, BackHeight));
     const QRectF field(5, 5, BackWidth - 10, BackHeight - 10);
     const QColor light = mix(ink, Qt::white, 0.55);
-    // The lattice is a six-pixel tile laid on whole pixels so the diamonds stay
-    // crisp: one-pixel diagonals with a dot in the middle of every diamond.
-    QImage tile(6, 6, QImage::Format_RGB32);
-    for (int y = 0; y < 6; ++y)
-        for (int x = 0; x < 6; ++x) {
-            const int a = (x + y) % 6, b = (x - y + 6) % 6;
-            tile.setPixelColor(x, y, a == 0 || b == 0 ? light : a == 3 && b == 3 ? mix(ink, Qt::white, 0.3) : ink);
-        }
+    QBrush lattice(latticeTile(ink, light, scale));
+    lattice.setTransform(QTransform::fromScale(1.0 / scale, 1.0 / scale));
     p.setPen(QPen(ink, 1.0));
-    p.setBrush(QBrush(tile));
+    p.setBrush(lattice);
     p.drawRoundedRect(field, 2, 2);
     p.setBrush(Qt::NoBrush);
     p.setPen(QPen(Qt::white, 0.8));
@@ -783,7 +834,7 @@ QImage cardBack(const QColor& ink)
 // ---------------------------------------------------------------------------
 // The table: green felt with a fine grain, soft mottling and a darker edge.
 
-QImage tableFelt()
+QImage tableFelt(int scale)
 {
     const int w = 1024, h = 768;
     std::mt19937 rng(1984);
@@ -803,15 +854,30 @@ QImage tableFelt()
                (at(ix, iy + 1) * (1 - fx) + at(ix + 1, iy + 1) * fx) * fy;
     };
 
-    QImage img(w, h, QImage::Format_RGB32);
-    for (int y = 0; y < h; ++y) {
-        QRgb* line = reinterpret_cast<QRgb*>(img.scanLine(y));
-        for (int x = 0; x < w; ++x) {
+    // The grain: one random step of tone per pixel of the classic picture. A
+    // finer felt is the same cloth, its grain drawn smoothly between those
+    // steps (which also keeps the finer file small and quick to read).
+    std::vector<double> grain(std::size_t(w) * h);
+    for (double& g : grain) g = unit() - 0.5;
+    auto grainAt = [&](double x, double y) {
+        x = std::clamp(x, 0.0, w - 1.0), y = std::clamp(y, 0.0, h - 1.0);
+        const int ix = std::min(int(x), w - 2), iy = std::min(int(y), h - 2);
+        const double fx = x - ix, fy = y - iy;
+        auto at = [&](int i, int j) { return grain[std::size_t(j) * w + i]; };
+        return (at(ix, iy) * (1 - fx) + at(ix + 1, iy) * fx) * (1 - fy) + (at(ix, iy + 1) * (1 - fx) + at(ix + 1, iy + 1) * fx) * fy;
+    };
+
+    QImage img(w * scale, h * scale, QImage::Format_RGB32);
+    for (int py = 0; py < img.height(); ++py) {
+        QRgb* line = reinterpret_cast<QRgb*>(img.scanLine(py));
+        const double y = (py + 0.5) / scale - 0.5;
+        for (int px = 0; px < img.width(); ++px) {
+            const double x = (px + 0.5) / scale - 0.5;
             const double dx = (x - w / 2.0) / (w / 2.0), dy = (y - h / 2.0) / (h / 2.0);
             const double edge = std::clamp((dx * dx + dy * dy - 0.35) / 1.65, 0.0, 1.0);
-            const double shade = (1.0 - 0.32 * edge * edge * (3 - 2 * edge)) * (1.0 + 0.07 * mottle(x, y)) *
-                                 (1.0 + 0.10 * (unit() - 0.5));
-            line[x] = qRgb(std::clamp(int(Felt.red() * shade + 0.5), 0, 255),
+            const double shade = (1.0 - 0.32 * edge * edge * (3 - 2 * edge)) * (1.0 + 0.07 * mottle(std::max(x, 0.0), std::max(y, 0.0))) *
+                                 (1.0 + 0.10 * grainAt(x, y));
+            line[px] = qRgb(std::clamp(int(Felt.red() * shade + 0.5), 0, 255),
                            std::clamp(int(Felt.green() * shade + 0.5), 0, 255),
                            std::clamp(int(Felt.blue() * shade + 0.5), 0, 255));
         }
@@ -819,6 +885,7 @@ QImage tableFelt()
     // A faint line framing the play area.
     QPainter p;
     beginPainting(p, img);
+    p.scale(scale, scale);
     p.setPen(QPen(QColor(255, 255, 255, 22), 1.5));
     p.setBrush(Qt::NoBrush);
     p.drawRoundedRect(QRectF(10.5, 10.5, w - 21, h - 21), 14, 14);
@@ -828,21 +895,22 @@ QImage tableFelt()
 // ---------------------------------------------------------------------------
 // Splash: a fan of cards and the name of the game.
 
-QImage splashPicture()
+QImage splashPicture(int scale)
 {
-    QImage img(420, 240, QImage::Format_RGB32);
+    QImage img(420 * scale, 240 * scale, QImage::Format_RGB32);
     img.fill(Qt::white);
     QPainter p;
     beginPainting(p, img);
+    p.scale(scale, scale);
     const int fan[] = {39, 12, 24, 36, 52};  // ace of spades, king of hearts, queen of diamonds, jack of clubs, jolly
     const QPointF pivot(210, 262);
-    const qreal scale = 1.12;
+    const qreal cardScale = 1.12;
     for (int i = 0; i < 5; ++i) {
         p.save();
         p.translate(pivot);
         p.rotate((i - 2) * 14.0);
-        p.translate(-CardWidth * scale / 2, -240);
-        p.scale(scale, scale);
+        p.translate(-CardWidth * cardScale / 2, -240);
+        p.scale(cardScale, cardScale);
         p.setPen(Qt::NoPen);
         p.setBrush(QColor(0, 0, 0, 36));
         p.drawRoundedRect(QRectF(1.5, 1.5, CardWidth, CardHeight), 5, 5);
@@ -860,18 +928,19 @@ QImage splashPicture()
 // ---------------------------------------------------------------------------
 // Suit buttons of the jolly dialog, in the classic raised style with 16 colours.
 
-QImage suitButton(Suit s)
+QImage suitButton(Suit s, int scale)
 {
     const int w = 24, h = 22;
     const QColor face(192, 192, 192), red(224, 0, 0);
-    QImage img(w, h, QImage::Format_RGB32);
+    QImage img(w * scale, h * scale, QImage::Format_RGB32);
     img.fill(face);
     QPainter p;
     beginPainting(p, img);
+    p.scale(scale, scale);
     p.setRenderHint(QPainter::Antialiasing, false);
+    // The frame lines are one classic pixel wide, laid on whole pixels.
     auto edge = [&](const QColor& c, int x1, int y1, int x2, int y2) {
-        p.setPen(c);
-        p.drawLine(x1, y1, x2, y2);
+        p.fillRect(QRectF(x1, y1, x2 - x1 + 1, y2 - y1 + 1), c);
     };
     edge(Qt::white, 0, 0, w - 2, 0);
     edge(Qt::white, 0, 0, 0, h - 2);
@@ -884,6 +953,7 @@ QImage suitButton(Suit s)
     p.setRenderHint(QPainter::Antialiasing);
     p.fillPath(placedSuit(s, QPointF(12, 11), 13), isRed(s) ? red : Qt::black);
     p.end();
+    if (scale > 1) return img;
 
     // Sixteen colours: the greys of the frame and the suit's edge blends.
     QList<QRgb> table;
@@ -1004,6 +1074,99 @@ bool save(const QImage& img, const QString& dir, const QString& name, const char
     return ok;
 }
 
+// At most 256 colours, chosen from the picture's own by median cut: a finer
+// picture then reads back several times faster and takes a quarter of the
+// memory, and the inks of the faces come through unchanged.
+QImage withPalette(const QImage& source)
+{
+    const QImage img = withoutSelectionRed(source).convertToFormat(QImage::Format_RGB32);
+    std::map<QRgb, qint64> counted;
+    for (int y = 0; y < img.height(); ++y) {
+        const QRgb* line = reinterpret_cast<const QRgb*>(img.constScanLine(y));
+        for (int x = 0; x < img.width(); ++x) ++counted[line[x] | 0xff000000];
+    }
+    using Colour = std::pair<QRgb, qint64>;
+    std::vector<std::vector<Colour>> boxes(1, std::vector<Colour>(counted.begin(), counted.end()));
+    auto channel = [](QRgb c, int k) { return k == 0 ? qRed(c) : k == 1 ? qGreen(c) : qBlue(c); };
+    auto widest = [&](const std::vector<Colour>& box, int& range) {
+        int best = 0;
+        range = -1;
+        for (int k = 0; k < 3; ++k) {
+            int lo = 255, hi = 0;
+            for (const Colour& c : box) lo = std::min(lo, channel(c.first, k)), hi = std::max(hi, channel(c.first, k));
+            if (hi - lo > range) range = hi - lo, best = k;
+        }
+        return best;
+    };
+    while (boxes.size() < 256) {
+        int chosen = -1, chosenRange = 0, chosenChannel = 0;
+        for (int i = 0; i < int(boxes.size()); ++i) {
+            int range;
+            const int k = widest(boxes[i], range);
+            if (boxes[i].size() > 1 && range > chosenRange) chosen = i, chosenRange = range, chosenChannel = k;
+        }
+        if (chosen < 0) break;
+        std::vector<Colour>& box = boxes[chosen];
+        std::sort(box.begin(), box.end(), [&](const Colour& a, const Colour& b) {
+            const int ca = channel(a.first, chosenChannel), cb = channel(b.first, chosenChannel);
+            return ca != cb ? ca < cb : a.first < b.first;
+        });
+        qint64 total = 0, half = 0;
+        for (const Colour& c : box) total += c.second;
+        std::size_t cut = 1;
+        for (; cut < box.size() - 1; ++cut)
+            if ((half += box[cut - 1].second) * 2 >= total) break;
+        boxes.emplace_back(box.begin() + cut, box.end());
+        boxes[chosen].resize(cut);
+    }
+    QList<QRgb> palette;
+    for (const auto& box : boxes) {
+        double r = 0, g = 0, b = 0, n = 0;
+        for (const Colour& c : box) r += qRed(c.first) * double(c.second), g += qGreen(c.first) * double(c.second),
+                                    b += qBlue(c.first) * double(c.second), n += double(c.second);
+        palette << qRgb(int(r / n + 0.5), int(g / n + 0.5), int(b / n + 0.5));
+    }
+    std::map<QRgb, uchar> nearest;
+    for (const auto& [c, n] : counted) {
+        int best = 0, bestDistance = INT_MAX;
+        for (int i = 0; i < palette.size(); ++i) {
+            const int dr = qRed(c) - qRed(palette[i]), dg = qGreen(c) - qGreen(palette[i]), db = qBlue(c) - qBlue(palette[i]);
+            const int d = dr * dr + dg * dg + db * db;
+            if (d < bestDistance) bestDistance = d, best = i;
+        }
+        nearest[c] = uchar(best);
+    }
+    QImage out(img.size(), QImage::Format_Indexed8);
+    out.setColorTable(palette);
+    for (int y = 0; y < img.height(); ++y) {
+        const QRgb* line = reinterpret_cast<const QRgb*>(img.constScanLine(y));
+        uchar* to = out.scanLine(y);
+        for (int x = 0; x < img.width(); ++x) to[x] = nearest[line[x] | 0xff000000];
+    }
+    return out;
+}
+
+// The fingerprint of a file as written, which the game compares with the
+// classic picture it finds beside a finer one.
+QByteArray fingerprint(const QString& dir, const QString& name)
+{
+    QFile f(QDir(dir).filePath(name));
+    if (!f.open(QIODevice::ReadOnly)) return {};
+    return QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha1).toHex();
+}
+
+// A finer companion of a classic picture: `scale` times its size, named
+// "<name>@<scale>x.<format>", carrying the fingerprint of the classic file it
+// belongs to. A player who replaces the classic file thus sees his own picture.
+bool saveFiner(QImage img, const QString& dir, const QString& classic, int scale, const char* format, int quality = -1)
+{
+    const QString base = classic.left(classic.lastIndexOf(QLatin1Char('.')));
+    const QString name = QStringLiteral("%1@%2x.%3").arg(base).arg(scale).arg(QString::fromLatin1(format).toLower());
+    if (qstrcmp(format, "PNG") == 0) img = withPalette(img);
+    img.setText(QStringLiteral("Classic-SHA1"), QString::fromLatin1(fingerprint(dir, classic)));
+    return save(img, dir, name, format, quality);
+}
+
 bool saveText(const QString& text, const QString& dir, const QString& name)
 {
     QFile f(QDir(dir).filePath(name));
@@ -1026,14 +1189,27 @@ int main(int argc, char** argv)
     QDir().mkpath(media);
     QDir().mkpath(resources);
 
-    bool ok = save(cardSheet(), media, QStringLiteral("totale.bmp"), "BMP");
-    ok &= save(cardBack(QColor(30, 64, 156)), media, QStringLiteral("dorso.bmp"), "BMP");
-    ok &= save(cardBack(QColor(168, 26, 38)), media, QStringLiteral("dorsorosso.bmp"), "BMP");
-    ok &= save(tableFelt(), media, QStringLiteral("SfondoTV2.jpg"), "JPG", 92);
-    ok &= save(splashPicture(), resources, QStringLiteral("splash.png"), "PNG");
+    // The faces and the backs twice and four times finer: the game takes the
+    // one just fine enough for the screen, so a 1080p table reads a quarter
+    // of the pixels a 4K one needs. The felt, which has no edges to keep
+    // sharp, only twice.
+    const QColor blue(30, 64, 156), red(168, 26, 38);
+    bool ok = save(cardSheet(1), media, QStringLiteral("totale.bmp"), "BMP");
+    for (int scale : {2, 4}) ok &= saveFiner(cardSheet(scale), media, QStringLiteral("totale.bmp"), scale, "PNG");
+    ok &= save(cardBack(blue, 1), media, QStringLiteral("dorso.bmp"), "BMP");
+    for (int scale : {2, 4}) ok &= saveFiner(cardBack(blue, scale), media, QStringLiteral("dorso.bmp"), scale, "PNG");
+    ok &= save(cardBack(red, 1), media, QStringLiteral("dorsorosso.bmp"), "BMP");
+    for (int scale : {2, 4}) ok &= saveFiner(cardBack(red, scale), media, QStringLiteral("dorsorosso.bmp"), scale, "PNG");
+    ok &= save(tableFelt(1), media, QStringLiteral("SfondoTV2.jpg"), "JPG", 92);
+    ok &= saveFiner(tableFelt(2), media, QStringLiteral("SfondoTV2.jpg"), 2, "JPG", 85);
+    ok &= save(splashPicture(1), resources, QStringLiteral("splash.png"), "PNG");
+    ok &= saveFiner(splashPicture(4), resources, QStringLiteral("splash.png"), 4, "PNG");
     const Suit suits[] = {Suit::Hearts, Suit::Diamonds, Suit::Clubs, Suit::Spades};
-    for (int i = 0; i < 4; ++i)
-        ok &= save(suitButton(suits[i]), resources, QStringLiteral("seme%1.bmp").arg(i + 1), "BMP");
+    for (int i = 0; i < 4; ++i) {
+        const QString name = QStringLiteral("seme%1.bmp").arg(i + 1);
+        ok &= save(suitButton(suits[i], 1), resources, name, "BMP");
+        ok &= saveFiner(suitButton(suits[i], 4), resources, name, 4, "PNG");
+    }
     const std::vector<Shape> icon = iconShapes();
     ok &= save(renderShapes(icon, 256), resources, QStringLiteral("tavolata.png"), "PNG");
     ok &= saveText(svgFromShapes(icon), resources, QStringLiteral("tavolata.svg"));
