@@ -1,5 +1,6 @@
-// The human's mouse: which press reaches which move, the presses that are
-// ignored, and the pointer shown over the table.
+// The human's mouse: which press reaches which move at the edges of every
+// area, the presses that are ignored, the red mark, and the pointer where it
+// differs from the areas of the presses.
 #include "tst_umano_aiuto.h"
 
 #include <QtTest>
@@ -9,170 +10,146 @@ using namespace umano_prova;
 class TestUmanoMouse : public QObject {
     Q_OBJECT
 
-    // The standard position: an opened player (40 in hearts) with seven cards,
-    // a straight of clubs on the computer's side, two cards on the pile.
-    static void posizione(const std::string& codice_fase)
-    {
-        partita("10C 5D 6D 7D 9S 2S 3H", codice_fase == "011" ? "010" : codice_fase, "4S 5S");
-        sul_tavolo_umano(1, "KH QH JH 10H");
-        sul_tavolo_computer(1, "9C 8C 7C");
-        if (codice_fase == "011") frmTV().gioca_proposta_selezionare(1);
-        QCOMPARE(QString::fromStdString(fase), QString::fromStdString(codice_fase));
-        prova::azzera_suoni();
-    }
-
-    struct Istantanea {
-        long tallone_, n_pozzo_;
-        std::string fase_, umano_, computer_;
-        Istantanea()
-            : tallone_(tallone), n_pozzo_(n_pozzo), fase_(fase), umano_(tavoli(true)), computer_(tavoli(false))
+    // What a press did, judged from the tables and the phase.
+    struct Prima {
+        long tallone_ = tallone, n_pozzo_ = n_pozzo;
+        std::string fase_ = fase, tavoli_ = prova::tavoli_come_testo();
+        QString accaduto() const
         {
-        }
-        static std::string tavoli(bool del_umano)
-        {
-            std::string s;
-            for (int k = 1; k <= 13; ++k)
-                s += (del_umano ? prova::combinazione_umano_come_testo(k) : prova::combinazione_computer_come_testo(k)) + "|";
-            return s;
+            const std::string ora = prova::tavoli_come_testo(), u = ora.substr(0, ora.find("c1:"));
+            if (n_pozzo != n_pozzo_) return n_pozzo > n_pozzo_ ? "discard" : "take";
+            if (tallone != tallone_) return "draw";
+            // The human's combinations come first in the text, the computer's from "c1:".
+            if (ora != tavoli_) return u != tavoli_.substr(0, tavoli_.find("c1:")) ? "lay" : "attach";
+            return fase != fase_ ? "mark" : "nothing";
         }
     };
 
-    // What a press did, judged from the tables.
-    static QString accaduto(const Istantanea& prima)
-    {
-        if (n_pozzo > prima.n_pozzo_) return "discard";
-        if (tallone != prima.tallone_) return "draw";
-        if (n_pozzo < prima.n_pozzo_) return "take";
-        if (Istantanea::tavoli(true) != prima.umano_) return "lay";
-        if (Istantanea::tavoli(false) != prima.computer_) return "attach";
-        if (fase != prima.fase_) return "mark";
-        if (prova::quanti_suoni("errore.wav") > 0) return "error";
-        return "nothing";
-    }
-
 private slots:
+    // A row: the phase, the point pressed (1024 x 768 units), what happened
+    // and the button when not the left one.
     void instradamento_data()
     {
-        QTest::addColumn<QString>("codice_fase");
-        QTest::addColumn<double>("x");
-        QTest::addColumn<double>("y");
-        QTest::addColumn<int>("pulsante");
-        QTest::addColumn<QString>("atteso");
-        QTest::newRow("stock, must draw") << "000" << 980.0 << 400.0 << 1 << "draw";
-        QTest::newRow("stock, top-left corner") << "000" << 944.0 << 336.0 << 1 << "draw";
-        QTest::newRow("stock, bottom-right corner") << "000" << 1015.0 << 447.4 << 1 << "draw";
-        QTest::newRow("stock, right button") << "000" << 980.0 << 400.0 << 2 << "draw";
-        QTest::newRow("stock, middle button") << "000" << 980.0 << 400.0 << 4 << "draw";
-        QTest::newRow("below the stock") << "000" << 980.0 << 448.0 << 1 << "nothing";
-        QTest::newRow("above the stock") << "000" << 980.0 << 335.0 << 1 << "nothing";
-        QTest::newRow("right margin") << "000" << 1016.0 << 400.0 << 1 << "nothing";
-        QTest::newRow("stock after the draw") << "010" << 980.0 << 400.0 << 1 << "nothing";
-        QTest::newRow("pile before the draw") << "000" << 900.0 << 400.0 << 1 << "take";
-        QTest::newRow("pile after the draw, nothing marked") << "010" << 900.0 << 400.0 << 1 << "nothing";
-        QTest::newRow("pile with a card marked") << "011" << 900.0 << 400.0 << 1 << "discard";
-        QTest::newRow("pile, bottom-left corner") << "011" << 872.0 << 447.0 << 1 << "discard";
-        QTest::newRow("hand before the draw") << "000" << 44.0 << 700.0 << 1 << "nothing";
-        QTest::newRow("hand after the draw") << "010" << 44.0 << 700.0 << 1 << "mark";
-        QTest::newRow("hand, top row") << "010" << 44.0 << 656.0 << 1 << "mark";
-        QTest::newRow("hand, bottom row") << "010" << 44.0 << 751.0 << 1 << "mark";
-        QTest::newRow("hand, right button") << "010" << 44.0 << 700.0 << 2 << "mark";
-        QTest::newRow("below the hand") << "010" << 44.0 << 752.0 << 1 << "nothing";
-        QTest::newRow("own table, card marked") << "011" << 116.0 << 500.0 << 1 << "lay";
-        QTest::newRow("own table, row 24") << "011" << 116.0 << 384.0 << 1 << "lay";
-        QTest::newRow("own table, row 40") << "011" << 116.0 << 655.0 << 1 << "lay";
-        QTest::newRow("own table, column 10") << "011" << 727.0 << 500.0 << 1 << "lay";
-        QTest::newRow("own table, column 11") << "011" << 738.0 << 500.0 << 1 << "nothing";
-        QTest::newRow("own table, nothing marked") << "010" << 116.0 << 500.0 << 1 << "nothing";
-        QTest::newRow("computer's table, row 23") << "011" << 44.0 << 383.0 << 1 << "attach";
-        QTest::newRow("computer's table, row 2") << "011" << 44.0 << 32.0 << 1 << "attach";
-        QTest::newRow("row 1") << "011" << 44.0 << 31.0 << 1 << "nothing";
-        QTest::newRow("computer's table, column 11") << "011" << 738.0 << 200.0 << 1 << "nothing";
-        QTest::newRow("left margin") << "011" << 7.0 << 500.0 << 1 << "nothing";
-        QTest::newRow("between the tables and the pile") << "011" << 800.0 << 400.0 << 1 << "nothing";
+        QTest::addColumn<QString>("riga");
+        const auto r = [](const char* nome, const char* riga) { QTest::newRow(nome) << QString(riga); };
+        r("stock, top-left corner", "000 944 336 draw");
+        r("stock, bottom-right corner", "000 1015 447.4 draw");
+        r("stock, right button", "000 980 400 draw 2");
+        r("below the stock", "000 980 448 nothing");
+        r("above the stock", "000 980 335 nothing");
+        r("right margin", "000 1016 400 nothing");
+        r("pile before the draw", "000 900 400 take");
+        r("pile after the draw, nothing marked", "010 900 400 nothing");
+        r("pile, bottom-left corner, card marked", "011 872 447 discard");
+        r("hand before the draw", "000 44 700 nothing");
+        r("hand, top row", "010 44 656 mark");
+        r("hand, bottom row", "010 44 751 mark");
+        r("below the hand", "010 44 752 nothing");
+        r("own table, row 24", "011 116 384 lay");
+        r("own table, row 40", "011 116 655 lay");
+        r("own table, column 10", "011 727 500 lay");
+        r("own table, column 11", "011 738 500 nothing");
+        r("computer's table, row 23", "011 44 383 attach");
+        r("computer's table, row 2", "011 44 32 attach");
+        r("row 1", "011 44 31 nothing");
+        r("left margin", "011 7 500 nothing");
     }
     void instradamento()
     {
-        QFETCH(QString, codice_fase);
-        QFETCH(double, x);
-        QFETCH(double, y);
-        QFETCH(int, pulsante);
-        QFETCH(QString, atteso);
-        posizione(codice_fase.toStdString());
-        const Istantanea prima;
-        frmTV().Form_MouseDown(pulsante, 0, float(x), float(y));
-        QCOMPARE(accaduto(prima), atteso);
+        QFETCH(QString, riga);
+        const QStringList c = riga.split(' ');
+        // An opened player (40 in hearts) with seven cards, a straight of
+        // clubs on the computer's side, two cards on the pile.
+        partita("10C 5D 6D 7D 9S 2S 3H", c[0] == "011" ? "010" : c[0].toStdString(),
+                "u1:KH QH JH 10H | c1:9C 8C 7C | p:4S 5S");
+        if (c[0] == "011") premi(1, 43);
+        const Prima prima;
+        premi_xy(c[1].toDouble(), c[2].toDouble(), c.size() > 4 ? c[4].toInt() : 1);
+        QCOMPARE(prima.accaduto(), c[3]);
         QCOMPARE(basic::prova::ultimo_errore_fatale(), 0);
     }
 
-    // The panels go away with any press; the game itself only listens during
-    // the human's turn and after the first deal.
-    void pressioni_ignorate_data()
-    {
-        QTest::addColumn<bool>("avviato");
-        QTest::addColumn<bool>("turno");
-        QTest::addColumn<QString>("atteso");
-        QTest::newRow("before the first deal") << false << true << "nothing";
-        QTest::newRow("during the computer's turn") << true << false << "nothing";
-        QTest::newRow("the human's turn") << true << true << "draw";
-    }
+    // The panels go away with any press, even one the game ignores: before
+    // the first deal and during the computer's turn.
     void pressioni_ignorate()
     {
-        QFETCH(bool, avviato);
-        QFETCH(bool, turno);
-        QFETCH(QString, atteso);
-        posizione("000");
-        FrmTV& f = frmTV();
-        f.gioco_avviato = avviato;
-        turno_umano = turno;
-        for (PannelloTesto* t : {f.Text2, f.text5, f.Text4}) {
-            t->show();
-            const Istantanea prima;
-            premi_tallone();
-            QVERIFY(!t->isVisible());
-            QCOMPARE(accaduto(prima), atteso);
-            fase = "000";
+        for (const bool avviato : {false, true}) {
+            FrmTV& f = partita("AH 2H");
+            f.gioco_avviato = avviato;
+            turno_umano = !avviato;
+            for (PannelloTesto* t : {f.Text2, f.text5, f.Text4}) {
+                t->show();
+                const Prima prima;
+                premi(14, 23);
+                QVERIFY(!t->isVisible());
+                QCOMPARE(prima.accaduto(), QStringLiteral("nothing"));
+            }
         }
     }
 
+    // The mark is a red frame two device pixels wide just inside the card,
+    // found again by reading the table; the card itself is untouched.
+    void il_segno_rosso()
+    {
+        FrmTV& f = partita("7H 8H 2C . 9S", "010");
+        const QImage prima = f.tela.Image().copy();
+        premi(5, 43);
+        const QImage& img = f.tela.Image();
+        const QRect carta = f.tela.in_pixel(QRectF(8 + 72 * 4, 656, 72, 96));
+        const auto rossi = [&](QPoint p, QPoint passo) {
+            int n = 0;
+            for (int i = 0; i < 12; ++i, p += passo) n += img.pixel(p) == qRgb(255, 0, 0);
+            return n;
+        };
+        QCOMPARE(rossi(QPoint(carta.left(), carta.center().y()), QPoint(1, 0)), 2);
+        QCOMPARE(rossi(QPoint(carta.right(), carta.center().y()), QPoint(-1, 0)), 2);
+        QCOMPARE(rossi(QPoint(carta.center().x(), carta.top()), QPoint(0, 1)), 2);
+        QCOMPARE(rossi(QPoint(carta.center().x(), carta.bottom()), QPoint(0, -1)), 2);
+        QCOMPARE(img.pixel(carta.center()), prima.pixel(carta.center()));
+        QVERIFY(segnata(5));
+    }
+
+    // Once the marked card is redrawn, the next press on the hand finds no
+    // mark and moves nothing.
+    void il_segno_si_perde_con_la_carta_ridisegnata()
+    {
+        FrmTV& f = partita("AH 2H 3H 4H", "010");
+        premi(2, 43);
+        disegna_carta(f.tela, 2, 41, Byte(long(mano_umano(2))), false, 0);
+        QVERIFY(!segnata(2));
+        premi(4, 43);
+        QCOMPARE(QString::fromStdString(prova::mano_umano_come_testo()), QStringLiteral("AH 2H 3H 4H"));
+        QCOMPARE(QString::fromStdString(fase), QStringLiteral("010"));
+    }
+
+    // A row: the phase, the point, the pointer shape, and "a" when opened.
     void puntatore_data()
     {
-        QTest::addColumn<QString>("codice_fase");
-        QTest::addColumn<double>("x");
-        QTest::addColumn<double>("y");
-        QTest::addColumn<bool>("aperto");
-        QTest::addColumn<int>("forma");
-        QTest::newRow("own table, row 24") << "011" << 44.0 << 384.0 << false << 10;
-        QTest::newRow("own table, row 38") << "011" << 44.0 << 623.0 << false << 10;
-        QTest::newRow("own table, row 39") << "011" << 44.0 << 624.0 << false << 1;
-        QTest::newRow("own table, column 11") << "011" << 740.0 << 500.0 << false << 10;
-        QTest::newRow("own table, column 12") << "011" << 810.0 << 500.0 << false << 1;
-        QTest::newRow("own table, left margin") << "011" << 4.0 << 500.0 << false << 10;
-        QTest::newRow("computer's table, opened") << "011" << 44.0 << 383.0 << true << 10;
-        QTest::newRow("computer's table, not opened") << "011" << 44.0 << 383.0 << false << 12;
-        QTest::newRow("top row, not opened") << "011" << 44.0 << 0.0 << false << 12;
-        QTest::newRow("computer's table, column 11") << "011" << 740.0 << 200.0 << false << 12;
-        QTest::newRow("pile, row 21") << "011" << 900.0 << 336.0 << false << 10;
-        QTest::newRow("pile, row 26") << "011" << 900.0 << 431.0 << false << 10;
-        QTest::newRow("pile, row 27") << "011" << 900.0 << 432.0 << false << 1;
-        QTest::newRow("stock") << "011" << 980.0 << 400.0 << false << 1;
-        QTest::newRow("hand") << "011" << 44.0 << 700.0 << false << 1;
-        QTest::newRow("computer plays") << "100" << 44.0 << 500.0 << false << 13;
-        QTest::newRow("must draw") << "000" << 44.0 << 500.0 << true << 1;
-        QTest::newRow("has drawn") << "010" << 44.0 << 500.0 << true << 1;
+        QTest::addColumn<QString>("riga");
+        const auto r = [](const char* nome, const char* riga) { QTest::newRow(nome) << QString(riga); };
+        r("own table, row 38", "011 44 623 10");
+        r("own table, row 39", "011 44 624 1");
+        r("own table, column 11", "011 740 500 10");
+        r("own table, column 12", "011 810 500 1");
+        r("own table, left margin", "011 4 500 10");
+        r("computer's table, opened", "011 44 383 10 a");
+        r("computer's table, not opened", "011 44 383 12");
+        r("top row, not opened", "011 44 0 12");
+        r("pile, row 26", "011 900 431 10");
+        r("pile, row 27", "011 900 432 1");
+        r("computer plays", "100 44 500 13");
+        r("must draw", "000 44 500 1 a");
     }
     void puntatore()
     {
-        QFETCH(QString, codice_fase);
-        QFETCH(double, x);
-        QFETCH(double, y);
-        QFETCH(bool, aperto);
-        QFETCH(int, forma);
+        QFETCH(QString, riga);
+        const QStringList c = riga.split(' ');
         FrmTV& f = prova::finestra();
-        if (aperto) prova::combinazione_umano(1, "KH QH JH 10H");
-        fase = codice_fase.toStdString();
+        if (c.size() > 4) prova::combinazione_umano(1, "KH QH JH 10H");
+        fase = c[0].toStdString();
         f.setMousePointer(0);
-        f.Form_MouseMove(0, 0, float(x), float(y));
-        QCOMPARE(f.MousePointer(), forma);
+        f.Form_MouseMove(0, 0, c[1].toFloat(), c[2].toFloat());
+        QCOMPARE(f.MousePointer(), c[3].toInt());
     }
 };
 
