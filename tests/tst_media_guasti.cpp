@@ -1,5 +1,5 @@
 // Damaged media: every picture, wave and song file of the game missing,
-// empty, cut short, with bytes flipped, replaced by garbage, or with the right
+// empty, cut short, with bits flipped, replaced by garbage, or with the right
 // magic followed by garbage, fed through the game's own loaders. Pictures
 // fail with error 53 or 481 (and a later draw that needs one is error 91) or
 // load as some picture; waves play the default sound or what could be read;
@@ -13,10 +13,6 @@
 #include "ui/mdGraphics.h"
 #include "ui/suoni.h"
 
-#include <QDir>
-#include <QElapsedTimer>
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <functional>
@@ -25,133 +21,68 @@
 namespace {
 
 // The ways a file is damaged.
-enum class Danno { manca, vuoto, troncato, byte_cambiati, spazzatura, magia_e_spazzatura };
-
-struct Variante {
-    Danno danno;
-    QByteArray dati;  // unused when the file is missing
-    QString descrizione;
-};
-
-int varianti_per_file()
-{
-    return qEnvironmentVariableIsSet("TAVOLATA_FUZZ_VARIANTI") ? qEnvironmentVariableIntValue("TAVOLATA_FUZZ_VARIANTI") : 30;
-}
-
-QByteArray casuali(std::mt19937& caso, qsizetype n)
-{
-    QByteArray b(n, Qt::Uninitialized);
-    for (qsizetype i = 0; i < n; ++i) b[i] = char(caso() & 0xff);
-    return b;
-}
-
-// The damaged copies of `buono` (whose first `magia` bytes are its header): one
-// missing and one empty file, then cuts, flips, garbage and headers with
-// garbage after them in turn.
-std::vector<Variante> varianti(const QByteArray& buono, qsizetype magia, unsigned seme)
-{
-    std::mt19937 caso(seme);
-    std::vector<Variante> v{{Danno::manca, {}, QStringLiteral("missing")}, {Danno::vuoto, {}, QStringLiteral("empty")}};
-    const int quante = varianti_per_file();
-    for (int i = 0; int(v.size()) < quante + 2; ++i) {
-        switch (i % 4) {
-        case 0: {
-            const qsizetype n = std::uniform_int_distribution<qsizetype>(1, buono.size() - 1)(caso);
-            v.push_back({Danno::troncato, buono.left(n), QStringLiteral("cut at %1 bytes").arg(n)});
-            break;
-        }
-        case 1: {
-            QByteArray d = buono;
-            const int quanti = std::uniform_int_distribution<int>(1, 64)(caso);
-            for (int k = 0; k < quanti; ++k) {
-                const qsizetype p = std::uniform_int_distribution<qsizetype>(0, d.size() - 1)(caso);
-                d[p] = char(d[p] ^ char(1 << (caso() % 8)));
-            }
-            v.push_back({Danno::byte_cambiati, d, QStringLiteral("%1 bits flipped").arg(quanti)});
-            break;
-        }
-        case 2: {
-            const qsizetype n = std::uniform_int_distribution<qsizetype>(1, 4096)(caso);
-            v.push_back({Danno::spazzatura, casuali(caso, n), QStringLiteral("%1 bytes of garbage").arg(n)});
-            break;
-        }
-        default: {
-            const qsizetype tenuti = std::uniform_int_distribution<qsizetype>(2, magia)(caso);
-            const qsizetype n = std::uniform_int_distribution<qsizetype>(0, 8192)(caso);
-            v.push_back({Danno::magia_e_spazzatura, buono.left(tenuti) + casuali(caso, n),
-                         QStringLiteral("%1 header bytes and %2 of garbage").arg(tenuti).arg(n)});
-            break;
-        }
-        }
-    }
-    return v;
-}
-
-void scrivi(const QString& percorso, const Variante& v)
-{
-    QFile::remove(percorso);
-    if (v.danno == Danno::manca) return;
-    QFile f(percorso);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(v.dati);
-}
-
-QByteArray leggi(const QString& percorso)
-{
-    QFile f(percorso);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-// A small good wave (a tenth of a second of a tone) for when the media folder
-// has none.
-QByteArray onda_buona()
-{
-    const int campioni = 4410;
-    QByteArray d;
-    auto u32 = [&d](quint32 x) { d.append(reinterpret_cast<const char*>(&x), 4); };
-    auto u16 = [&d](quint16 x) { d.append(reinterpret_cast<const char*>(&x), 2); };
-    d.append("RIFF");
-    u32(36 + campioni * 2);
-    d.append("WAVEfmt ");
-    u32(16);
-    u16(1);
-    u16(1);
-    u32(44100);
-    u32(88200);
-    u16(2);
-    u16(16);
-    d.append("data");
-    u32(campioni * 2);
-    for (int i = 0; i < campioni; ++i) u16(quint16(qint16(8000 * std::sin(i * 0.06))));
-    return d;
-}
-
-// A small good song (one note) for when the media folder has none.
-QByteArray canzone_buona()
-{
-    const unsigned char traccia[] = {0x00, 0x90, 0x3c, 0x60, 0x60, 0x80, 0x3c, 0x00, 0x00, 0xff, 0x2f, 0x00};
-    QByteArray d("MThd\0\0\0\x06\0\0\0\x01\0\x60", 14);
-    d.append("MTrk\0\0\0", 7);
-    d.append(char(sizeof traccia));
-    d.append(reinterpret_cast<const char*>(traccia), sizeof traccia);
-    return d;
-}
+enum class Danno { manca, vuoto, troncato, bit_cambiati, spazzatura, magia_e_spazzatura };
 
 QString sorgente(const QString& nome) { return QStringLiteral(TAVOLATA_SORGENTE "/media/") + nome; }
+
+// Writes the damaged copies of the media file `nome` over `percorso` in turn
+// (one missing, one empty, then cuts, flipped bits, garbage, and the file's
+// first `magia` bytes with garbage after them), each followed by `controlla`,
+// which must be quick. The file is put back whole at the end.
+void per_ogni_variante(const QString& percorso, const QString& nome, qsizetype magia,
+                       const std::function<void(Danno, const QString& caso)>& controlla)
+{
+    QFile originale(sorgente(nome));
+    QVERIFY(originale.open(QIODevice::ReadOnly));
+    const QByteArray buono = originale.readAll();
+    std::mt19937 caso(unsigned(buono.size()));
+    auto tra = [&caso](qsizetype da, qsizetype a) { return std::uniform_int_distribution<qsizetype>(da, a)(caso); };
+    auto casuali = [&caso](qsizetype n) {
+        QByteArray b(n, Qt::Uninitialized);
+        for (char& c : b) c = char(caso());
+        return b;
+    };
+    const char* nomi[] = {"missing", "empty", "cut short", "bits flipped", "garbage", "header and garbage"};
+    bool dato = false;
+    const int quante = qEnvironmentVariableIntValue("TAVOLATA_FUZZ_VARIANTI", &dato);
+    for (int i = -2; i < (dato ? quante : 30) && !QTest::currentTestFailed(); ++i) {
+        const Danno danno = i < 0 ? Danno(i + 2) : Danno(2 + i % 4);
+        QByteArray dati;
+        if (danno == Danno::troncato) dati = buono.left(tra(1, buono.size() - 1));
+        if (danno == Danno::spazzatura) dati = casuali(tra(1, 4096));
+        if (danno == Danno::magia_e_spazzatura) dati = buono.left(tra(2, magia)) + casuali(tra(0, 8192));
+        if (danno == Danno::bit_cambiati)
+            for (dati = buono; dati == buono || caso() % 64;) dati[tra(0, dati.size() - 1)] ^= char(1 << caso() % 8);
+        QFile::remove(percorso);
+        QFile f(percorso);
+        if (danno != Danno::manca) QVERIFY(f.open(QIODevice::WriteOnly) && f.write(dati) == dati.size());
+        f.close();
+        const QString descrizione =
+            QStringLiteral("%1, variant %2: %3, %4 bytes").arg(nome).arg(i).arg(nomi[int(danno)]).arg(dati.size());
+        QElapsedTimer orologio;
+        orologio.start();
+        controlla(danno, descrizione);
+        QVERIFY2(orologio.elapsed() < 5000, qPrintable(descrizione + ": it took too long"));
+    }
+    QFile::remove(percorso);
+    QVERIFY(QFile::copy(sorgente(nome), percorso));
+}
 
 }  // namespace
 
 class TestMediaGuasti : public QObject {
     Q_OBJECT
+    QTemporaryDir cartella_;
+
 private slots:
     void initTestCase()
     {
         prova::finestra();
-        QVERIFY(cartella_.isValid());
+        QDir(cartella_.path()).mkdir(QStringLiteral("music"));
         for (const char* nome : {"totale.bmp", "SfondoTV2.jpg", "dorso.bmp", "dorsorosso.bmp"})
             QVERIFY(QFile::copy(sorgente(QString::fromLatin1(nome)), cartella_.filePath(QString::fromLatin1(nome))));
-        QDir(cartella_.path()).mkdir(QStringLiteral("music"));
-        // Songs play on the control's own clock, fast, so that a song that
+        imposta_cartella_programma(cartella_.path());
+        // Songs play on the player's own clock, fast, so that a song that
         // loads also ends within the wait.
         MMControl::prova_orologio(50);
     }
@@ -163,198 +94,77 @@ private slots:
         MMControl::prova_orologio(0);
     }
 
-    void figure_data()
+    void ogni_file_guasto_data()
     {
         QTest::addColumn<QString>("file");
-        QTest::addColumn<int>("magia");
-        QTest::addColumn<int>("seme");
-        QTest::newRow("card faces") << QStringLiteral("totale.bmp") << 54 << 11;
-        QTest::newRow("table") << QStringLiteral("SfondoTV2.jpg") << 20 << 12;
-        QTest::newRow("blue back") << QStringLiteral("dorso.bmp") << 54 << 13;
-        QTest::newRow("red back") << QStringLiteral("dorsorosso.bmp") << 54 << 14;
+        QTest::addColumn<int>("magia");  // header bytes
+        const std::pair<const char*, int> file[] = {{"totale.bmp", 54}, {"SfondoTV2.jpg", 20},  {"dorso.bmp", 54},
+                                                    {"dorsorosso.bmp", 54}, {"carta.wav", 44}, {"errore.wav", 44},
+                                                    {"music/Brezza.mid", 22}, {"music/Lastday.mid", 22}};
+        for (const auto& [nome, magia] : file) QTest::newRow(nome) << QString::fromLatin1(nome) << magia;
     }
-
-    void figure()
+    void ogni_file_guasto()
     {
         QFETCH(QString, file);
         QFETCH(int, magia);
-        QFETCH(int, seme);
         FrmTV& f = prova::finestra();
         const QString percorso = cartella_.filePath(file);
-        const QByteArray buono = leggi(percorso);
-        QVERIFY(!buono.isEmpty());
-        imposta_cartella_programma(cartella_.path());
-        // The draw that needs this very picture.
-        const std::map<QString, std::function<void()>> disegno = {
-            {QStringLiteral("totale.bmp"), [&f] { disegna_carta(f.tela, 3, 41, 12, false, 0); }},
-            {QStringLiteral("SfondoTV2.jpg"), [&f] { cancella_carta(f.tela, 3, 41); }},
-            {QStringLiteral("dorso.bmp"), [&f] { disegna_carta(f.tela, 3, 1, 12, true, 0); }},
-            {QStringLiteral("dorsorosso.bmp"), [&f] { disegna_carta(f.tela, 3, 1, 66, true, 0); }},
-        };
-
-        for (const Variante& v : varianti(buono, magia, unsigned(seme))) {
-            scrivi(percorso, v);
-            immagine_carte = immagine_sfondo = dorsi(0) = dorsi(1) = QImage();
-            righe_tavolo = 0;
-            colonne_tavolo = 0;
-            QElapsedTimer orologio;
-            orologio.start();
-            const long esito = carica_immagini();
-            const QString caso = file + QStringLiteral(", ") + v.descrizione;
-            QVERIFY2(orologio.elapsed() < 5000, qPrintable(caso + QStringLiteral(": loading took too long")));
-            if (v.danno == Danno::manca) QVERIFY2(esito == 53, qPrintable(caso));
-            if (v.danno == Danno::vuoto) QVERIFY2(esito == 481, qPrintable(caso));
-            QVERIFY2(esito == 0 || esito == 53 || esito == 481, qPrintable(caso + QStringLiteral(": error %1").arg(esito)));
-            if (esito != 0) {
-                // The grid stays unset and the picture that failed is needed in vain.
-                QVERIFY2(righe_tavolo == 0 && colonne_tavolo == 0, qPrintable(caso));
-                try {
-                    disegno.at(file)();
-                    QFAIL(qPrintable(caso + QStringLiteral(": drawing without the picture went through")));
-                } catch (const basic::ErroreRuntime& e) {
-                    QVERIFY2(e.numero() == 91, qPrintable(caso + QStringLiteral(": error %1").arg(e.numero())));
+        QSignalSpy fatti(f.MMC1, &MMControl::Done);
+        per_ogni_variante(percorso, file, magia, [&](Danno danno, const QString& caso) {
+            const bool manca_o_vuoto = danno == Danno::manca || danno == Danno::vuoto;
+            if (file.endsWith(".wav")) {
+                // Through the game, as a card drawn or a move refused plays it.
+                file == QLatin1String("carta.wav") ? suona_carta() : suona_errore();
+                const auto suonato = piattaforma::prova::ultimo_suono();
+                QCOMPARE(suonato.percorso, percorso);
+                QVERIFY2(suonato.predefinito || !manca_o_vuoto, qPrintable(caso + ": no default sound"));
+                // A sound, never a song: what is read is cut to five minutes.
+                QVERIFY2(suonato.durata_ms >= 0 && suonato.durata_ms <= 5 * 60 * 1000, qPrintable(caso));
+            } else if (file.endsWith(".mid")) {
+                // Brezza as at start-up, Lastday from the menu.
+                if (file.contains("Lastday")) {
+                    f.canzoni_Click(8);
+                } else {
+                    f.MMC1->FileName = cartella_programma() + "/music/brezza.mid";
+                    f.MMC1->Command("Open");
+                    f.MMC1->Command("play");
                 }
+                const bool aperta = f.MMC1->Mode() != MMControl::mciModeNotOpen;
+                fatti.clear();
+                QTest::qWait(30);
+                const bool rifiutata = manca_o_vuoto || danno == Danno::spazzatura;
+                QVERIFY2(!aperta || !rifiutata, qPrintable(caso + ": the player took it"));
+                // A song the player refused never reports that it played to its end.
+                for (const auto& segnale : fatti)
+                    QVERIFY2(aperta || segnale.at(0).toInt() != 1, qPrintable(caso + ": Done 1 without a song"));
+                f.MMC1->Command("close");
             } else {
+                immagine_carte = immagine_sfondo = dorsi(0) = dorsi(1) = QImage();
+                righe_tavolo = colonne_tavolo = 0;
+                const long esito = carica_immagini();
+                const QString detto = caso + QString(": error %1").arg(esito);
+                QVERIFY2(esito == 0 || esito == 53 || esito == 481, qPrintable(detto));
+                QVERIFY2(!manca_o_vuoto || esito == (danno == Danno::manca ? 53 : 481), qPrintable(detto));
+                // The grid stays unset, and the draw that needs the picture that failed fails with 91.
+                const bool dorso = file.startsWith("dorso");
+                const int errore = prova::errore_di([&] {
+                    if (file.startsWith("Sfondo")) cancella_carta(f.tela, 3, 41);
+                    else disegna_carta(f.tela, 3, dorso ? 1 : 41, file.startsWith("dorsor") ? 66 : 12, dorso, 0);
+                });
+                QVERIFY2((righe_tavolo == 0 && errore == 91) == (esito != 0),
+                         qPrintable(caso + QString(": error %1 on drawing").arg(errore)));
                 // Whatever came out of the file is a picture: every card, back
                 // and cell can be drawn from it.
-                QCOMPARE(long(righe_tavolo), 48L);
-                for (long c = 1; c <= 108; c += 7) {
+                for (long c = 1; c <= 108 && esito == 0; c += 7) {
                     disegna_carta(f.tela, 1 + c % 14, 41, Byte(c), false, 0);
                     disegna_carta(f.tela, 1 + c % 14, 1, Byte(c), true, 0);
                     cancella_carta(f.tela, 1 + c % 14, 24);
                 }
             }
-        }
-        QFile::remove(percorso);
-        QVERIFY(QFile::copy(sorgente(file), percorso));
+        });
+        f.nomusic_Click();
         QCOMPARE(carica_immagini(), 0L);
     }
-
-    void suoni_data()
-    {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<int>("seme");
-        QTest::newRow("card sound") << QStringLiteral("carta.wav") << 21;
-        QTest::newRow("error sound") << QStringLiteral("errore.wav") << 22;
-    }
-
-    void suoni()
-    {
-        QFETCH(QString, file);
-        QFETCH(int, seme);
-        prova::finestra();
-        const QByteArray dai_media = leggi(sorgente(file));
-        const QByteArray buono = dai_media.isEmpty() ? onda_buona() : dai_media;
-        const QString percorso = cartella_.filePath(file);
-        imposta_cartella_programma(cartella_.path());
-        for (const Variante& v : varianti(buono, 44, unsigned(seme))) {
-            scrivi(percorso, v);
-            const QString caso = file + QStringLiteral(", ") + v.descrizione;
-            QElapsedTimer orologio;
-            orologio.start();
-            // Through the game, as a card drawn or a move refused plays it.
-            file == QLatin1String("carta.wav") ? suona_carta() : suona_errore();
-            QVERIFY2(orologio.elapsed() < 5000, qPrintable(caso + QStringLiteral(": playing took too long")));
-            const auto suonato = piattaforma::prova::ultimo_suono();
-            QCOMPARE(suonato.percorso, percorso);
-            if (v.danno == Danno::manca || v.danno == Danno::vuoto)
-                QVERIFY2(suonato.predefinito, qPrintable(caso + QStringLiteral(": no default sound")));
-            // A sound, never a song: what is read is cut to five minutes.
-            QVERIFY2(suonato.durata_ms >= 0 && suonato.durata_ms <= 5 * 60 * 1000, qPrintable(caso));
-            QCoreApplication::processEvents();
-        }
-        QFile::remove(percorso);
-    }
-
-    // The game keeps what a sound file held while the file is unchanged; a
-    // file replaced between two plays, even by one of the very same length
-    // and with an old date, is heard as it now is.
-    void suono_sostituito()
-    {
-        prova::finestra();
-        const QString percorso = cartella_.filePath(QStringLiteral("carta.wav"));
-        imposta_cartella_programma(cartella_.path());
-        const QByteArray buono = onda_buona();
-        QByteArray guasto(buono.size(), 'x');
-        const QDateTime ieri = QDateTime::currentDateTime().addDays(-1);
-        auto metti = [&](const QByteArray& dati, int secondi) {
-            scrivi(percorso, Variante{Danno::vuoto, dati, QString()});
-            QFile f(percorso);
-            QVERIFY(f.open(QIODevice::ReadWrite));
-            QVERIFY(f.setFileTime(ieri.addSecs(secondi), QFileDevice::FileModificationTime));
-        };
-        for (int giro = 0; giro < 3; ++giro) {
-            metti(buono, giro * 2);
-            suona_carta();
-            QVERIFY(!piattaforma::prova::ultimo_suono().predefinito);
-            QCOMPARE(piattaforma::prova::ultimo_suono().durata_ms, 100L);
-            suona_carta();
-            QCOMPARE(piattaforma::prova::ultimo_suono().durata_ms, 100L);
-            metti(guasto, giro * 2 + 1);
-            suona_carta();
-            QVERIFY2(piattaforma::prova::ultimo_suono().predefinito, "the replaced file was not read again");
-        }
-        QFile::remove(percorso);
-        suona_carta();
-        QVERIFY(piattaforma::prova::ultimo_suono().predefinito);
-    }
-
-    void canzoni_data()
-    {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<int>("seme");
-        QTest::addColumn<bool>("dal_menu");
-        QTest::newRow("Brezza, started as at start-up") << QStringLiteral("Brezza.mid") << 31 << false;
-        QTest::newRow("Lastday, chosen from the menu") << QStringLiteral("Lastday.mid") << 32 << true;
-    }
-
-    void canzoni()
-    {
-        QFETCH(QString, file);
-        QFETCH(int, seme);
-        QFETCH(bool, dal_menu);
-        FrmTV& f = prova::finestra();
-        const QByteArray dai_media = leggi(sorgente(QStringLiteral("music/") + file));
-        const QByteArray buono = dai_media.isEmpty() ? canzone_buona() : dai_media;
-        const QString percorso = cartella_.filePath(QStringLiteral("music/") + file);
-        imposta_cartella_programma(cartella_.path());
-        MMControl* mmc = f.MMC1;
-        std::vector<int> fatti;
-        const QMetaObject::Connection c = connect(mmc, &MMControl::Done, this, [&fatti](int codice) { fatti.push_back(codice); });
-
-        for (const Variante& v : varianti(buono, 22, unsigned(seme))) {
-            scrivi(percorso, v);
-            const QString caso = file + QStringLiteral(", ") + v.descrizione;
-            QElapsedTimer orologio;
-            orologio.start();
-            if (dal_menu) {
-                f.canzoni_Click(8);
-            } else {
-                mmc->Command(QStringLiteral("close"));
-                mmc->FileName = cartella_programma() + QStringLiteral("/music/brezza.mid");
-                mmc->Command(QStringLiteral("Open"));
-                mmc->Wait = false;
-                mmc->Command(QStringLiteral("play"));
-            }
-            const bool aperta = mmc->Mode() != MMControl::mciModeNotOpen;
-            fatti.clear();
-            QTest::qWait(30);
-            QVERIFY2(orologio.elapsed() < 5000, qPrintable(caso + QStringLiteral(": the song took too long to start")));
-            if (v.danno == Danno::manca || v.danno == Danno::vuoto || v.danno == Danno::spazzatura)
-                QVERIFY2(!aperta, qPrintable(caso + QStringLiteral(": the player took it")));
-            // A song the player refused never reports that it played to its end.
-            if (!aperta)
-                QVERIFY2(std::find(fatti.begin(), fatti.end(), int(MMControl::mciSuccessful)) == fatti.end(),
-                         qPrintable(caso + QStringLiteral(": Done 1 without a song")));
-            mmc->Command(QStringLiteral("close"));
-        }
-        disconnect(c);
-        QFile::remove(percorso);
-        f.nomusic_Click();
-    }
-
-private:
-    QTemporaryDir cartella_;
 };
 
 QTEST_MAIN(TestMediaGuasti)
