@@ -25,7 +25,8 @@ private slots:
         QTest::newRow("English") << "E" << "Yes E";
         QTest::newRow("English twice closes it") << "EE" << "Yes";
         QTest::newRow("Italiano replaces English") << "EI" << "Yes I";
-        QTest::newRow("Info replaces the rules") << "IN" << "Yes N";
+        QTest::newRow("Info replaces the Italian rules") << "IN" << "Yes N";
+        QTest::newRow("Info replaces the English rules") << "EN" << "Yes N";
         QTest::newRow("English hides Info") << "NE" << "Yes E";
         QTest::newRow("a press on the table hides all") << "ET" << "Yes";
         QTest::newRow("a click on the rules closes them") << "EP" << "Yes";
