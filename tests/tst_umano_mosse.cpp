@@ -27,7 +27,7 @@ QString q(const std::string& s) { return QString::fromStdString(s); }
 // shown, F the fatal run-time error, C the card in play (when the row names one).
 // Presses: m3 hand slot 3, u3 own combination 3, c3 the computer's
 // combination 3, p the pile, t the stock; j4.7 answers the next jolly dialog
-// with suit 4 and 7 steps down the number list; R turns Card rustle off.
+// with suit 4 and 7 steps down the number list.
 void r(const char* nome, const QStringList& colonne) { QTest::newRow(nome) << colonne; }
 const char* const APERTO = "u1:KS QS JS 10S | ";  // 40 in spades: the human has opened
 }  // namespace
@@ -77,7 +77,6 @@ private slots:
         lay("a lone ace takes a two", "AH", "2H", "2H AH");
         lay("a jolly counts as the suit it stands for", "*8H 7H", "9S", "");
         lay("a card of the second pack", "9H 8H 7H", "10H'", "10H' 9H 8H 7H");
-        r("rustle off: the refusal is still heard", {"2C 3C 5H 4D", "u3:9H 8H 7H", "010 R m3 u3", "=", "=", "011 E1"});
         // Attaching the card of slot 2 to the computer's combination 2.
         const auto att = [&](const char* nome, const char* prima, const char* carta, const char* dopo) {
             const QString mano = QStringLiteral("2C %1 4D").arg(carta), t = A("c2:") + prima;
@@ -155,7 +154,6 @@ private slots:
     {
         QFETCH(QStringList, c);
         FrmTV& f = partita(c[0].toStdString(), c[2].left(3).toStdString(), c[1].toStdString());
-        f.menu_card_rustle_yes_Click();
         const QString mano_prima = q(prova::mano_umano_come_testo()), tavoli_prima = q(prova::tavoli_come_testo());
 
         // Every jolly dialog that comes up is answered as a player answers it:
@@ -183,7 +181,6 @@ private slots:
             const char t = p[0].toLatin1();
             if (t == 'm' || t == 'u' || t == 'c') premi(n, t == 'm' ? 43 : t == 'u' ? 30 : 10);
             if (t == 'p' || t == 't') premi(t == 'p' ? 13 : 14, 23);
-            if (t == 'R') f.menu_card_rustle_no_Click();
             if (t == 'j') risposte.emplace_back(n, p.section('.', 1).toInt());
         }
 
@@ -216,9 +213,9 @@ private slots:
         }
         QVERIFY(prova::cella_mostra(13, 21, n_pozzo ? long(pozzo(n_pozzo)) : 0));
         QVERIFY(prova::cella_mostra(14, 21, long(mazzo(tallone + 1)), true));
-        // A refusal is heard as an error only; with rustle off no card is heard.
+        // A refusal is heard as an error only.
         const bool fermo = fase == "011" && q(prova::mano_umano_come_testo()) == mano_prima && tavoli == tavoli_prima;
-        if (c[2].contains('R') || fermo) QCOMPARE(prova::quanti_suoni("carta.wav"), 0);
+        if (fermo) QCOMPARE(prova::quanti_suoni("carta.wav"), 0);
     }
 };
 
