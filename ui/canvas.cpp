@@ -44,6 +44,10 @@ bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove)
     if (scala_x() <= 1 && scala_y() <= 1) return false;
     const QSizeF tavolo(larghezza_logica, altezza_logica);
     if (QSizeF(t.figura.size()) == tavolo && t.sorgente == t.destinazione) {
+        // The felt is a soft grain without edges: stretched less than twice,
+        // the classic picture shows the same as its companion, which would
+        // cost the first table a whole-screen decoding and resampling.
+        if (std::max(scala_x(), scala_y()) < 2) return false;
         if (tavolo_fine.figura != t.figura.cacheKey() || tavolo_fine.misura != img_.size()) {
             const QImage fine = alta_risoluzione::fine(t.figura, std::max(scala_x(), scala_y()));
             if (fine.isNull()) return false;
