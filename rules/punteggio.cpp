@@ -7,7 +7,6 @@
 #include "ui/frmTV.h"
 #include "ui/mdGraphics.h"
 
-
 namespace {
 // Loads element i of a label array on the score sheet. An element still
 // loaded from a sheet that was never dismissed is used again.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Cards on a screen of more than one pixel per table unit: drawn from the
 // finer pictures beside the classic ones while these belong together, from
 // the classic pictures otherwise, and the red mark still found by reading the

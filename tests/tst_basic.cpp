@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The BASIC run-time the game stands on: checked tables, narrow integers,
 // the arithmetic helpers and the fatal run-time error.
 #include "aiuto/posizione.h"

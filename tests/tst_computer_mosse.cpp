@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One step of the computer at a time: its sorts, the scans that lay straights
 // and sets, the opening kept or taken back, its jollies, its attaching, its
 // discard and its choice of the discard pile. A row is the hand and the tables

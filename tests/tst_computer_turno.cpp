@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The computer's whole turn, from the draw to the hand-over, and what the
 // player sees of it on the table.
 #include "aiuto/posizione.h"

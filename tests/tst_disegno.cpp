@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The drawing module: which picture lands in which cell, the grid, the
 // pauses of the drawing, and the shaded score sheet.
 #include "aiuto/posizione.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main window: its check marks, the text panels, resizing and the ways
 // the program ends.
 #include "aiuto/posizione.h"

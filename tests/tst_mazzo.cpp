@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The shuffle, the deal of a hand as the player sees it, the player's name
 // and the sounds of the deal.
 #include "aiuto/posizione.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The media the game ships, as a player sees and hears them: a sheet of 54
 // distinct faces in the right colours, two different backs, a green table the
 // size of the play area, the jolly dialog's suit buttons, the two sounds and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Damaged media: every picture, wave and song file of the game missing,
 // empty, cut short, with bits flipped, replaced by garbage, or with the right
 // magic followed by garbage, fed through the game's own loaders. Pictures

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The background music: the "Music" menu's three modes driven through the
 // menu and through the player's real completions, and the player's own
 // notification codes and song lengths.

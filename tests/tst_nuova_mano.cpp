@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // "New game" in the middle of the computer's turn or of a deal: the new hand
 // is dealt whole and nothing of what was waiting goes on over it. Also the
 // computer's take of a discard pile of one card, which leaves the pile empty.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The end of a hand: the loser's cards counted, the score sheet, the end of
 // the game at 101 and the next hand.
 #include "aiuto/posizione.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Cards, straights and the value of a table for the opening.
 #include "aiuto/posizione.h"
 #include "rules/mdTavolata.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Whole games through the simulator's engine: the scripted player against the
 // computer, with presses and menu commands thrown in while the computer
 // plays, every move checked against the invariants. A bounded run for every

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The start-up window and the start of the program.
 #include "aiuto/posizione.h"
 #include "platform/dialoghi.h"

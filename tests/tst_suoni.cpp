@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The wave player and the game's two sounds: what a file plays and what a
 // broken one plays instead, a sound file replaced between two plays, that
 // nothing waits without a sound device, and, on a private sound server, that

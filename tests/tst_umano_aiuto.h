@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the tests of the human's turn share: a hand in play on the real
 // window, presses on grid cells made as the window makes them, and the red
 // mark read back from the table.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The jolly dialog "Play a jolly": the card chosen with a suit and a number,
 // its face in the preview, and how the dialog confirms it.
 #include "human/frmJolly.h"

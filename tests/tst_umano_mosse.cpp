@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The human's moves, one position and a few presses per row: drawing, marking
 // and moving, laying, attaching, the jolly swap, the jolly named in its
 // dialog, and the check of the table before the discard.

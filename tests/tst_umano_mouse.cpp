@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The human's mouse: which press reaches which move at the edges of every
 // area, the presses that are ignored, the red mark, and the pointer where it
 // differs from the areas of the presses.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The human's turn as a whole: the draw that empties the stock, the discard
 // that hands the turn to the computer and takes it back, and the discard of
 // the last card that closes the hand.

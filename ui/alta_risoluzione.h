@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The finer pictures beside the classic ones. A picture the game reads
 // ("totale.bmp") may have a companion two, three or four times its size
 // ("totale@2x.png", "totale@4x.png", or .jpg) that the art generator marked with the

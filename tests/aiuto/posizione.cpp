@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "aiuto/posizione.h"
 
 #include "platform/dialoghi.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Helpers that keep each test case one line: cards and positions written as
 // short strings, and a ready main window with the pauses shrunk.
 //
