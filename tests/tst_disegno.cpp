@@ -42,8 +42,8 @@ private slots:
         QTest::addColumn<QString>("mostra");
         QTest::newRow("face of the 7 of clubs") << 33 << false << "7C";
         QTest::newRow("second pack face") << 87 << false << "7C";
-        QTest::newRow("first pack back") << 33 << true << "AH";
-        QTest::newRow("second pack back is red") << 87 << true << "AH'";
+        QTest::newRow("the first pack's last card: its back") << 54 << true << "AH";
+        QTest::newRow("the second pack's first card: the red back") << 55 << true << "AH'";
         QTest::newRow("second-pack jolly back") << 108 << true << "AH'";
         QTest::newRow("table jolly shows the jolly face") << 141 << false << "J1";
         QTest::newRow("second-kind table jolly face") << 195 << false << "J2";
