@@ -31,6 +31,7 @@ void prepara()
     piattaforma::prova::automatico(true);
     fattore_pause = 0;
     imposta_cartella_programma(QStringLiteral(TAVOLATA_SORGENTE "/media"));
+    sostituisci_caratteri();
 }
 
 // The windows are hidden and kept, never deleted, as in the game: deleting

@@ -6,7 +6,10 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QScreen>
+#include <QStyle>
 
+#include <algorithm>
 #include <deque>
 
 namespace piattaforma {
@@ -16,7 +19,30 @@ std::deque<std::string> input_previsti;
 std::deque<int> messaggi_previsti;
 std::vector<std::string> registro;
 bool sempre_automatico = false;
+double scala_dialoghi = 1;
+
+void in_scala(QWidget& box)
+{
+    if (scala_dialoghi <= 1) return;
+    QFont f = box.font();
+    f.setPointSizeF(f.pointSizeF() * scala_dialoghi);
+    box.setFont(f);
+}
+
+// Beside `in_vista`: below it, or above it where the screen ends first, or
+// at the screen's edge when neither has room; centred on it across.
+QPoint accanto(const QRect& in_vista, QSize box, const QRect& schermo, int margine)
+{
+    int y = in_vista.bottom() + 1 + margine;
+    if (y + box.height() > schermo.bottom() + 1) y = in_vista.top() - margine - box.height();
+    if (y < schermo.top()) y = schermo.bottom() + 1 - box.height();
+    const int x = std::clamp(in_vista.center().x() - box.width() / 2, schermo.left(),
+                             std::max(schermo.left(), schermo.right() + 1 - box.width()));
+    return QPoint(x, std::max(y, schermo.top()));
+}
 }  // namespace
+
+void imposta_scala_dialoghi(double scala) { scala_dialoghi = scala; }
 
 std::string InputBox(const std::string& prompt, const std::string& titolo, const std::string& predefinito)
 {
@@ -27,14 +53,15 @@ std::string InputBox(const std::string& prompt, const std::string& titolo, const
         return r;
     }
     if (sempre_automatico) return predefinito;
-    bool ok = false;
-    const QString r = QInputDialog::getText(QApplication::activeWindow(), QString::fromStdString(titolo),
-                                            QString::fromStdString(prompt), QLineEdit::Normal,
-                                            QString::fromStdString(predefinito), &ok);
-    return ok ? r.toStdString() : std::string();
+    QInputDialog box(QApplication::activeWindow());
+    box.setWindowTitle(QString::fromStdString(titolo));
+    box.setLabelText(QString::fromStdString(prompt));
+    box.setTextValue(QString::fromStdString(predefinito));
+    in_scala(box);
+    return box.exec() == QDialog::Accepted ? box.textValue().toStdString() : std::string();
 }
 
-int MsgBox(const std::string& testo, int pulsanti, int icona, const std::string& titolo)
+int MsgBox(const std::string& testo, int pulsanti, int icona, const std::string& titolo, const QRect& in_vista)
 {
     registro.push_back("MsgBox|" + testo + "|" + std::to_string(pulsanti) + "|" + std::to_string(icona) + "|" +
                        titolo);
@@ -51,8 +78,16 @@ int MsgBox(const std::string& testo, int pulsanti, int icona, const std::string&
     public:
         using QMessageBox::QMessageBox;
         bool solo_pulsanti = false;
+        QRect in_vista;
 
     protected:
+        void showEvent(QShowEvent* e) override
+        {
+            QMessageBox::showEvent(e);
+            if (in_vista.isNull() || !screen()) return;
+            // A window's position is that of its frame.
+            move(accanto(in_vista, frameGeometry().size(), screen()->availableGeometry(), int(8 * scala_dialoghi)));
+        }
         void keyPressEvent(QKeyEvent* e) override
         {
             if (solo_pulsanti && e->key() == Qt::Key_Escape) return;
@@ -73,6 +108,13 @@ int MsgBox(const std::string& testo, int pulsanti, int icona, const std::string&
     box.setIcon(icona == vbCritical ? QMessageBox::Critical
                 : icona == vbQuestion ? QMessageBox::Question
                                       : QMessageBox::NoIcon);
+    box.in_vista = in_vista;
+    in_scala(box);
+    if (scala_dialoghi > 1 && icona != vbNessuna) {
+        const int lato = int(box.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &box) * scala_dialoghi);
+        const auto figura = icona == vbCritical ? QStyle::SP_MessageBoxCritical : QStyle::SP_MessageBoxQuestion;
+        box.setIconPixmap(box.style()->standardIcon(figura, nullptr, &box).pixmap(lato, lato));
+    }
     if (pulsanti == vbYesNo) {
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         box.setDefaultButton(QMessageBox::Yes);

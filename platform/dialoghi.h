@@ -3,6 +3,8 @@
 // message box. Tests script the answers and read back what was asked.
 #pragma once
 
+#include <QRect>
+
 #include <string>
 #include <vector>
 
@@ -16,8 +18,15 @@ enum Risposta { vbOK = 1, vbCancel = 2, vbYes = 6, vbNo = 7 };
 std::string InputBox(const std::string& prompt, const std::string& titolo, const std::string& predefinito);
 
 // Modal message box with the given buttons and icon; an empty title shows the
-// program's name, as the classic toolkit does.
-int MsgBox(const std::string& testo, int pulsanti, int icona, const std::string& titolo = "");
+// program's name, as the classic toolkit does. Given `in_vista` (global
+// pixels), the box opens beside that rectangle, below it where the screen has
+// room, instead of over the middle of the window.
+int MsgBox(const std::string& testo, int pulsanti, int icona, const std::string& titolo = "",
+           const QRect& in_vista = QRect());
+
+// The boxes open with letters `scala` times the desktop's, in proportion to
+// the window they are asked over (1 by default).
+void imposta_scala_dialoghi(double scala);
 
 namespace prova {
 // With scripted answers queued, the boxes are not shown: each call takes the

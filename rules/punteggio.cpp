@@ -4,42 +4,9 @@
 #include "rules/mdTavolata.h"
 
 #include "platform/dialoghi.h"
+#include "ui/foglio_punti.h"
 #include "ui/frmTV.h"
 #include "ui/mdGraphics.h"
-
-namespace {
-// Loads element i of a label array on the score sheet. An element still
-// loaded from a sheet that was never dismissed is used again.
-Etichetta* carica_etichetta(basic::Tabella<Etichetta*, 0, 2>& schiera, long i, QWidget* foglio)
-{
-    if (!schiera(i)) {
-        schiera(i) = new Etichetta(foglio);
-        schiera(i)->setFont(schiera(0)->font());
-        schiera(i)->setStyleSheet(QStringLiteral("color: white; background: transparent;"));
-        QObject::connect(schiera(i), &Etichetta::Click, foglio, [] {
-            basic::protetto([] { frmTV().picture_score_Click(); });
-        });
-    }
-    return schiera(i);
-}
-
-void scarica_etichetta(basic::Tabella<Etichetta*, 0, 2>& schiera, long i)
-{
-    if (schiera(i)) {
-        schiera(i)->hide();
-        schiera(i)->deleteLater();
-        schiera(i) = nullptr;
-    }
-}
-
-void scarica_etichette(FrmTV& f)
-{
-    for (long i = 1; i <= 2; ++i) {
-        scarica_etichetta(f.lblName, i);
-        scarica_etichetta(f.lblScore, i);
-    }
-}
-}  // namespace
 
 void FrmTV::MostraPunteggio(Byte chi)
 {
@@ -58,33 +25,17 @@ void FrmTV::MostraPunteggio(Byte chi)
         }
     }
 
-    const double W = larghezza_tavolo / 2.0;
-    for (long i = 1; i <= 2; ++i) {
-        Etichetta* nome = carica_etichetta(lblName, i, picture_score);
-        nome->setText(QString::fromStdString(nomi(i)));
-        posiziona(nome, QRectF((i - 1) * W / 2 + 20, 20, W / 2 - 40, 30));
-        nome->show();
-        Etichetta* totale = carica_etichetta(lblScore, i, picture_score);
-        totale->setText(QString::number(punti(i)));
-        posiziona(totale, QRectF((i - 1) * W / 2 + 20, 60, W / 2 - 40, 30));
-        totale->show();
-    }
-    Label5->adjustSize();
-    const double scala = tavolo->width() / Canvas::larghezza_logica;
-    const double larghezza5 = Label5->width() / scala;
-    posiziona(Label5, QRectF((W - larghezza5) / 2, 120, larghezza5, Label5->height() / scala));
-    Label5->show();
-    picture_score->show();
-    picture_score->raise();
+    foglio_punti::mostra(*this);
 
     if (punti(chi) >= 101) {
+        // The question opens beside the sheet: both totals stay in view.
         const int risposta = piattaforma::MsgBox(nomi(chi) + " lost.\nDo you want to play again ?",
-                                                 piattaforma::vbYesNo, piattaforma::vbQuestion);
+                                                 piattaforma::vbYesNo, piattaforma::vbQuestion, "",
+                                                 foglio_punti::sul_schermo(*this));
         if (risposta == piattaforma::vbYes) {
             punti(1) = 0;
             punti(2) = 0;
-            scarica_etichette(*this);
-            picture_score->hide();
+            foglio_punti::nascondi(*this);
             gioco_imposta();
         } else {
             Form_Unload();
@@ -95,8 +46,7 @@ void FrmTV::MostraPunteggio(Byte chi)
 void FrmTV::picture_score_Click()
 {
     setMousePointer(13);
-    picture_score->hide();
-    scarica_etichette(*this);
+    foglio_punti::nascondi(*this);
     inizia_computer = !inizia_computer;
     gioco_imposta();
 }

@@ -35,6 +35,7 @@ private slots:
         QTemporaryDir vuota;
         imposta_cartella_programma(figure ? QStringLiteral(TAVOLATA_SORGENTE "/media") : vuota.path());
         if (!figure) immagine_carte = immagine_sfondo = QImage();
+        sostituisci_caratteri();
         auto* s = new FrmSplash();
         s->show();
         QVERIFY(!s->Picture1->pixmap().isNull());

@@ -2,7 +2,9 @@
 #include "ui/frmTV.h"
 
 #include "platform/mmc.h"
+#include "platform/dialoghi.h"
 #include "rules/mdTavolata.h"
+#include "ui/foglio_punti.h"
 #include "ui/mdGraphics.h"
 #include "ui/testi.h"
 
@@ -13,6 +15,7 @@
 #include <QPainter>
 #include <QScreen>
 #include <QScrollBar>
+#include <QWindow>
 
 namespace {
 FrmTV* finestra_principale = nullptr;
@@ -46,6 +49,12 @@ QFont carattere(const char* famiglia, int punti, bool grassetto = false, bool so
 // The pictures and texts built into the game live in the game's library,
 // which the linker would otherwise leave out of the program.
 void carica_risorse() { Q_INIT_RESOURCE(risorse); }
+
+void sostituisci_caratteri()
+{
+    QFont::insertSubstitution(QStringLiteral("MS Sans Serif"), QStringLiteral("Liberation Sans"));
+    QFont::insertSubstitution(QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif"));
+}
 
 FrmTV& frmTV()
 {
@@ -118,6 +127,12 @@ void Etichetta::mousePressEvent(QMouseEvent* e)
     if (e->button() == Qt::LeftButton) emit Click();
 }
 
+void Etichetta::paintEvent(QPaintEvent* e)
+{
+    if (lastra.isValid() && !text().isEmpty()) QPainter(this).fillRect(rect(), lastra);
+    QLabel::paintEvent(e);
+}
+
 PannelloTesto::PannelloTesto(QWidget* parent) : QPlainTextEdit(parent)
 {
     setReadOnly(true);
@@ -155,9 +170,6 @@ FrmTV::~FrmTV()
 
 void FrmTV::crea_controlli()
 {
-    QFont::insertSubstitution(QStringLiteral("MS Sans Serif"), QStringLiteral("Liberation Sans"));
-    QFont::insertSubstitution(QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif"));
-
     tavolo = new TavoloWidget(this);
     tavolo->tela = &tela;
     setCentralWidget(tavolo);
@@ -180,23 +192,12 @@ void FrmTV::crea_controlli()
     picture_score->hide();
     connect(picture_score, &PictureBox::Click, this, [this] { basic::protetto([&] { picture_score_Click(); }); });
 
-    Label5 = new Etichetta(QStringLiteral("Click here to continue"), picture_score);
-    Label5->setFont(carattere("MS Sans Serif", 12, true, true));
-    Label5->setStyleSheet(
-        QStringLiteral("color: rgb(255,0,0); background: transparent; text-decoration: underline; font-weight: bold;"));
-    Label5->adjustSize();
-    connect(Label5, &Etichetta::Click, this, [this] { basic::protetto([&] { Label5_Click(); }); });
-
-    for (Etichetta** e : {&lblName(0), &lblScore(0)}) {
-        *e = new Etichetta(QStringLiteral("Label1"), picture_score);
-        (*e)->setFont(carattere("Times New Roman", 12));
-        (*e)->hide();
-    }
+    foglio_punti::crea(*this);
 
     auto pannello = [this](const QString& testo, QColor sfondo, QFont f) {
         auto* t = new PannelloTesto(tavolo);
         t->setPlainText(testo);
-        t->setFont(f);
+        imposta_carattere(t, f);
         QPalette pal = t->palette();
         pal.setColor(QPalette::Base, sfondo);
         pal.setColor(QPalette::Text, Qt::black);
@@ -290,12 +291,31 @@ QRectF FrmTV::posizione(QWidget* controllo) const
 void FrmTV::applica_posizioni()
 {
     for (const auto& [controllo, logico] : std::map<QWidget*, QRectF>(posizioni_)) posiziona(controllo, logico);
-    if (picture_score->isVisible() || !picture_score->immagine.isNull()) {
-        Label5->adjustSize();
-        const double sx = tavolo->width() / Canvas::larghezza_logica;
-        posiziona(Label5, QRectF((larghezza_tavolo / 2.0 - Label5->width() / sx) / 2, 120, Label5->width() / sx,
-                                 Label5->height() / (tavolo->height() / Canvas::altezza_logica)));
-    }
+    if (picture_score->isVisible() || !picture_score->immagine.isNull()) foglio_punti::colloca_invito(*this);
+}
+
+double FrmTV::scala_testi() const
+{
+    if (!tavolo) return 1;
+    return std::max(1.0, std::min(tavolo->width() / Canvas::larghezza_logica, tavolo->height() / Canvas::altezza_logica));
+}
+
+void FrmTV::imposta_carattere(QWidget* controllo, const QFont& base)
+{
+    if (caratteri_.find(controllo) == caratteri_.end())
+        connect(controllo, &QObject::destroyed, this, [this, controllo] { caratteri_.erase(controllo); });
+    caratteri_[controllo] = base;
+    QFont f = base;
+    f.setPointSizeF(base.pointSizeF() * scala_testi());
+    controllo->setFont(f);
+}
+
+// The letters of the panels and labels follow the table's stretch, as the
+// cards do, and the boxes asked over the table open in proportion to it.
+void FrmTV::applica_caratteri()
+{
+    for (const auto& [controllo, base] : std::map<QWidget*, QFont>(caratteri_)) imposta_carattere(controllo, base);
+    piattaforma::imposta_scala_dialoghi(scala_testi());
 }
 
 void FrmTV::setMousePointer(int forma)
@@ -354,6 +374,7 @@ void FrmTV::Form_Resize()
 
     // Every control keeps its place on the table in table units, which is
     // what scaling each one by the ratio of the sizes achieves.
+    applica_caratteri();
     applica_posizioni();
     larghezza_precedente = larghezza;
     altezza_precedente = float(long(altezza));
@@ -378,8 +399,18 @@ void FrmTV::closeEvent(QCloseEvent* e)
 void FrmTV::changeEvent(QEvent* e)
 {
     QMainWindow::changeEvent(e);
-    if (e->type() == QEvent::WindowStateChange || e->type() == QEvent::ScreenChangeInternal)
-        basic::protetto([&] { Form_Resize(); });
+    if (e->type() == QEvent::WindowStateChange) basic::protetto([&] { Form_Resize(); });
+}
+
+void FrmTV::showEvent(QShowEvent* e)
+{
+    QMainWindow::showEvent(e);
+    // Moved to a screen of another density, the window may keep its size in
+    // points while the table needs more or fewer pixels.
+    if (!segue_lo_schermo_ && windowHandle()) {
+        segue_lo_schermo_ = true;
+        connect(windowHandle(), &QWindow::screenChanged, this, [this] { basic::protetto([&] { Form_Resize(); }); });
+    }
 }
 
 void FrmTV::menu_newgame_Click() { gioco_imposta(); }

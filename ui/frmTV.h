@@ -61,14 +61,18 @@ signals:
     void Click();
 };
 
-// A label that tells when it is clicked.
+// A label that tells when it is clicked, its caption on a plate of its own
+// when it is given one.
 class Etichetta : public QLabel {
     Q_OBJECT
 public:
     using QLabel::QLabel;
+    // Painted under a caption only: an empty label leaves the table bare.
+    QColor lastra;
 
 protected:
     void mousePressEvent(QMouseEvent* e) override;
+    void paintEvent(QPaintEvent* e) override;
 
 signals:
     void Click();
@@ -154,6 +158,12 @@ public:
     // keeps that place whatever the size of the window.
     void posiziona(QWidget* controllo, const QRectF& logico);
     QRectF posizione(QWidget* controllo) const;
+    // Gives a control of the table its letters: `base` on a table of 1024 x
+    // 768 screen pixels or less, larger in proportion on a larger table.
+    void imposta_carattere(QWidget* controllo, const QFont& base);
+    // How much larger the letters of the table are than on a 1024 x 768
+    // table: its smaller stretch, never below 1.
+    double scala_testi() const;
     // Height of the window's frame in twips: what Form_Resize narrows.
     void imposta_dpi_prova(double twip_per_pixel) { twip_per_pixel_ = twip_per_pixel; }
 
@@ -172,9 +182,6 @@ public:
     void MostraPunteggio(Byte chi);
     void picture_score_Click();
     void Label5_Click() { picture_score_Click(); }
-    void lblName_Click() { picture_score_Click(); }
-    void lblScore_Click() { picture_score_Click(); }
-    void risultato() {}
 
     // ----- the human's turn (human/)
     void Form_MouseDown(int Button, int Shift, float X, float Y);
@@ -190,15 +197,19 @@ public:
 protected:
     void closeEvent(QCloseEvent*) override;
     void changeEvent(QEvent*) override;
+    void showEvent(QShowEvent*) override;
 
 private:
     void crea_menu();
     void crea_controlli();
     void applica_posizioni();
+    void applica_caratteri();
     void Form_Resize_protetto();
     int puntatore_ = 0;
     double twip_per_pixel_ = 0;  // 0: from the screen
     std::map<QWidget*, QRectF> posizioni_;
+    std::map<QWidget*, QFont> caratteri_;
+    bool segue_lo_schermo_ = false;
 };
 
 // The one main window of the program; run-time error 91 when there is none.
@@ -206,3 +217,7 @@ FrmTV& frmTV();
 bool esiste_frmTV();
 // Registers the pictures and texts built into the game (idempotent).
 void carica_risorse();
+// The letters the panels and labels ask for (MS Sans Serif, Times New Roman)
+// drawn with their free look-alikes, for the whole process: main() sets them
+// once, and so does whatever builds the window without it.
+void sostituisci_caratteri();

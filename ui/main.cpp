@@ -31,6 +31,7 @@ int main(int argc, char** argv)
     QApplication::setQuitOnLastWindowClosed(false);
     trova_cartella_media();
     carica_risorse();
+    sostituisci_caratteri();
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/risorse/tavolata.png")));
     FrmSplash splash;
     splash.show();

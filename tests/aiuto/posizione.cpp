@@ -194,6 +194,7 @@ FrmTV& finestra()
     fissa_seme(20261122);
     if (!f) {
         imposta_cartella_programma(QStringLiteral(TAVOLATA_SORGENTE "/media"));
+        sostituisci_caratteri();
         f = new FrmTV();
         f->Form_Load();
         if (carica_immagini() != 0) throw std::runtime_error("the pictures of media/ did not load");
