@@ -79,9 +79,15 @@ QPainterPath simbolo(int seme, double x, double y, double l)
 
 // ------------------------------------------------------------ suit buttons
 
-PulsanteSeme::PulsanteSeme(int seme, QWidget* parent)
-    : QAbstractButton(parent), figura_(figura_seme(seme, parent ? parent->devicePixelRatioF() : 1.0))
+PulsanteSeme::PulsanteSeme(int seme, QWidget* parent, double scala) : QAbstractButton(parent)
 {
+    const qreal rapporto = parent ? parent->devicePixelRatioF() : 1.0;
+    figura_ = figura_seme(seme, rapporto * scala);
+    // Without a finer companion the bitmap is stretched to the dialog's size.
+    const QSize misura(qRound(24 * rapporto * scala), qRound(22 * rapporto * scala));
+    if (scala > 1 && figura_.size() != misura)
+        figura_ = figura_.scaled(misura, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    if (scala > 1) figura_.setDevicePixelRatio(rapporto);
     setCheckable(true);
     setFocusPolicy(Qt::StrongFocus);
 }
@@ -119,25 +125,27 @@ void PulsanteSeme::paintEvent(QPaintEvent*)
 
 // ------------------------------------------------------------ the dialog
 
-FrmJolly::FrmJolly(QWidget* parent) : QDialog(parent)
+FrmJolly::FrmJolly(QWidget* parent) : QDialog(parent), scala_(esiste_frmTV() ? frmTV().scala_testi() : 1)
 {
     setWindowTitle(QStringLiteral("Play a jolly"));
     setModal(true);
-    setFont(QFont(QStringLiteral("MS Sans Serif"), 8));
+    QFont lettere(QStringLiteral("MS Sans Serif"));
+    lettere.setPointSizeF(8 * scala_);
+    setFont(lettere);
 
     Label1 = new QLabel(QStringLiteral("Select suit and number for your jolly."), this);
     Label1->setObjectName(QStringLiteral("Label1"));
     Label1->setWordWrap(true);
     Label1->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    Label1->setGeometry(8, 8, 170, 30);
+    Label1->setGeometry(px(8), px(8), px(170), px(30));
 
     gruppo_semi_ = new QButtonGroup(this);
     gruppo_semi_->setExclusive(true);
     PulsanteSeme** pulsanti[] = {&Option1, &Option2, &Option3, &Option4};
     for (int s = 1; s <= 4; ++s) {
-        PulsanteSeme* b = new PulsanteSeme(s, this);
+        PulsanteSeme* b = new PulsanteSeme(s, this, scala_);
         b->setObjectName(QStringLiteral("Option%1").arg(s));
-        b->setGeometry(16 + 24 * (s - 1), 40, 17, 17);
+        b->setGeometry(px(16 + 24 * (s - 1)), px(40), px(17), px(17));
         gruppo_semi_->addButton(b, s);
         *pulsanti[s - 1] = b;
     }
@@ -151,7 +159,7 @@ FrmJolly::FrmJolly(QWidget* parent) : QDialog(parent)
                       QStringLiteral("K")});
     // No entry is chosen until the dialog becomes active.
     Combo1->setCurrentIndex(-1);
-    Combo1->setGeometry(16, 72, 89, Combo1->sizeHint().height());
+    Combo1->setGeometry(px(16), px(72), px(89), Combo1->sizeHint().height());
 
     setTabOrder(Option1, Option2);
     setTabOrder(Option2, Option3);
@@ -171,11 +179,13 @@ FrmJolly::FrmJolly(QWidget* parent) : QDialog(parent)
     }
 }
 
-void FrmJolly::Form_Load()
+// The dialog takes its size from its label and its suit buttons.
+QSize FrmJolly::misura_esterna() const
 {
-    // The dialog takes its size from its label and its suit buttons.
-    setFixedSize(2 * Label1->x() + Label1->width(), 2 * Label1->y() + Option4->y() + 100);
+    return QSize(2 * Label1->x() + Label1->width(), 2 * Label1->y() + Option4->y() + px(100));
 }
+
+void FrmJolly::Form_Load() { setFixedSize(misura_esterna()); }
 
 void FrmJolly::Form_Activate() { Combo1->setCurrentIndex(0); }
 
@@ -196,14 +206,14 @@ void FrmJolly::mostra_jolly()
 
 QRectF FrmJolly::posto_anteprima() const
 {
-    return QRectF(Option4->x() + Option4->width() + 10, Option4->y(), 51, 70);
+    return QRectF(Option4->x() + Option4->width() + px(10), Option4->y(), px(51), px(70));
 }
 
 void FrmJolly::Form_MouseDown(int, int, float X, float Y)
 {
     // Only a press on the preview, edges included, confirms the card.
     const QRectF a = posto_anteprima();
-    if (X >= a.left() && X <= a.left() + 51 && Y >= a.top() && Y <= a.top() + 70) conferma();
+    if (X >= a.left() && X <= a.right() && Y >= a.top() && Y <= a.bottom()) conferma();
 }
 
 void FrmJolly::conferma()
@@ -224,10 +234,7 @@ void FrmJolly::showEvent(QShowEvent* e)
     QDialog::showEvent(e);
     // The designed size is the outer one: the window's frame comes out of it.
     const QSize cornice = frameGeometry().size() - geometry().size();
-    if (cornice.width() > 0 || cornice.height() > 0) {
-        const QSize esterno(2 * Label1->x() + Label1->width(), 2 * Label1->y() + Option4->y() + 100);
-        setFixedSize(esterno - cornice);
-    }
+    if (cornice.width() > 0 || cornice.height() > 0) setFixedSize(misura_esterna() - cornice);
     if (!e->spontaneous()) basic::protetto([&] { Form_Activate(); });
 }
 
@@ -242,6 +249,13 @@ void FrmJolly::paintEvent(QPaintEvent*)
     if (faccia_.isEmpty() || immagine_carte.isNull()) return;
     QPainter p(this);
     p.setRenderHint(QPainter::SmoothPixmapTransform, true);
+    // The faces are drawn for the felt, which fills their rounded corners:
+    // on the grey dialog the corners are cut away.
+    QPainterPath sagoma;
+    const double raggio = 3.0 * posto_anteprima().width() / 71;
+    sagoma.addRoundedRect(posto_anteprima(), raggio, raggio);
+    p.setRenderHint(QPainter::Antialiasing, true);
+    p.setClipPath(sagoma);
     // On a screen of more than one pixel per point the face comes from the
     // finer sheet, resampled to the preview's own pixels.
     const qreal rapporto = devicePixelRatioF();

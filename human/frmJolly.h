@@ -22,7 +22,8 @@ class QLabel;
 class PulsanteSeme : public QAbstractButton {
     Q_OBJECT
 public:
-    PulsanteSeme(int seme, QWidget* parent);
+    // `scala`: how much larger than designed the dialog opens.
+    PulsanteSeme(int seme, QWidget* parent, double scala = 1);
     // The 24 x 22 bitmap of suit 1-4 for a screen of `rapporto` device pixels
     // per point, from the program's resources or, when they lack it, painted
     // on the spot.
@@ -62,6 +63,9 @@ public:
 
     // Where the preview is painted, in the dialog's pixels.
     QRectF posto_anteprima() const;
+    // How much larger than designed the dialog opens: as much as the table's
+    // letters are larger than on a table of 1024 x 768.
+    double scala() const { return scala_; }
 
 public slots:
     void reject() override;
@@ -73,6 +77,10 @@ protected:
 
 private:
     void conferma();
+    // A designed length in the dialog's pixels.
+    int px(double designato) const { return int(designato * scala_ + 0.5); }
+    QSize misura_esterna() const;
+    double scala_ = 1;
     QButtonGroup* gruppo_semi_ = nullptr;
     QRectF faccia_;  // the face last shown, a cell of the card sheet; empty before
 };
