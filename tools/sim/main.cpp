@@ -3,10 +3,12 @@
 // game after every move. The game itself keeps no command line; this tool is
 // a separate program built on the same library.
 //
-//   tavolata-sim [--hands N] [--seed S] [--table WxH] [--no-noise] [--quiet]
+//   tavolata-sim [--hands N] [--seed S] [--table WxH] [--shots DIR] [--no-noise] [--quiet]
 //
 // --table sets the size of the table in screen pixels (1024x768 by default);
 // the game draws the same table at any size, and a small one plays faster.
+// --shots saves the table as a PNG in DIR at each hand's end, the score sheet
+// up, and reports how well the sheet's labels read.
 //
 // Exit code 0 when nothing was met but the fatal ends and the quirks that the
 // game keeps on purpose, 1 after any failure, 2 for a wrong command line or
@@ -24,7 +26,8 @@
 namespace {
 void uso()
 {
-    std::fprintf(stderr, "usage: tavolata-sim [--hands N] [--seed S] [--table WxH] [--no-noise] [--quiet]\n");
+    std::fprintf(stderr,
+                 "usage: tavolata-sim [--hands N] [--seed S] [--table WxH] [--shots DIR] [--no-noise] [--quiet]\n");
 }
 }  // namespace
 
@@ -40,6 +43,8 @@ int main(int argc, char** argv)
         } else if (a == "--table" && i + 1 < argc &&
                    std::sscanf(argv[i + 1], "%dx%d", &opzioni.larghezza, &opzioni.altezza) == 2) {
             ++i;
+        } else if (a == "--shots" && i + 1 < argc) {
+            opzioni.foto = argv[++i];
         } else if (a == "--no-noise") {
             opzioni.rumore = false;
         } else if (a == "--quiet") {

@@ -14,6 +14,8 @@
 #include "ui/frmTV.h"
 #include "ui/mdGraphics.h"
 
+#include "aiuto/contrasto.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
@@ -108,6 +110,7 @@ private:
     void rispondi_al_dialogo(FrmJolly& dialogo);
     void comando_menu(bool anche_nuova_partita, const char* chi);
     void conta_mani_distribuite();
+    void salva_foglio();
 
     Opzioni opzioni_;
     Rapporto r_;
@@ -215,6 +218,7 @@ void Motore::dopo_la_mossa(const Azione& azione, const Istantanea& prima)
         ++r_.mani_senza_penalita;
     }
     if (!chiusure_.empty()) sotto_il_foglio_ = false;
+    if (!opzioni_.foto.empty() && frmTV().picture_score->isVisible() && !foglio_prima_) salva_foglio();
 
     if (opzioni_.controlli)
         for (const std::string& g : controllore_.controlla(prima, dopo, azione.area, mano_nuova, partita_nuova))
@@ -223,6 +227,28 @@ void Motore::dopo_la_mossa(const Azione& azione, const Istantanea& prima)
     // The records the game keeps for the tests would grow for ever.
     piattaforma::prova::azzera_suoni();
     frmTV().MMC1->registro.clear();
+}
+
+// The table as the player sees it at a hand's end, and how well each label
+// of the sheet reads over whatever the sheet copied from the table.
+void Motore::salva_foglio()
+{
+    FrmTV& f = frmTV();
+    ++r_.fogli;
+    const QString nome = QStringLiteral("%1/sheet-%2.png")
+                             .arg(QString::fromStdString(opzioni_.foto))
+                             .arg(r_.fogli, 5, 10, QLatin1Char('0'));
+    if (!f.tavolo->grab().save(nome)) std::fprintf(stderr, "tavolata-sim: cannot write %s\n", qPrintable(nome));
+    const std::pair<QLabel*, const char*> etichette[] = {{f.lblName(1), "names"}, {f.lblName(2), "names"},
+                                                         {f.lblScore(1), "totals"}, {f.lblScore(2), "totals"},
+                                                         {f.Label5, "\"Click here to continue\""}};
+    for (const auto& [etichetta, tipo] : etichette) {
+        const double c = etichetta ? prova::contrasto_minimo(etichetta) : 0;
+        if (c == 0) continue;  // an empty caption: the computer's name
+        ++r_.etichette;
+        auto [voce, nuova] = r_.contrasto.emplace(tipo, c);
+        if (!nuova) voce->second = std::min(voce->second, c);
+    }
 }
 
 void Motore::fine_fatale(const Azione& azione, const Istantanea& prima, const Istantanea& dopo)
@@ -447,6 +473,7 @@ Rapporto Motore::esegui()
     r_.rumore = opzioni_.rumore;
     r_.larghezza = frmTV().tela.larghezza_px();
     r_.altezza = frmTV().tela.altezza_px();
+    if (!opzioni_.foto.empty()) QDir().mkpath(QString::fromStdString(opzioni_.foto));
     fissa_seme(opzioni_.seme);
     caso_.seed(opzioni_.seme * 2654435761u + 1);
     caso_rumore_.seed(opzioni_.seme * 2246822519u + 7);
@@ -573,6 +600,7 @@ void prepara_finestra(int larghezza, int altezza)
     piattaforma::prova::automatico(true);
     fattore_pause = 0;
     imposta_cartella_programma(cartella_figure());
+    sostituisci_caratteri();
     finestra = new FrmTV();
     finestra->Form_Load();
     if (carica_immagini() != 0)
@@ -620,6 +648,12 @@ std::string Rapporto::testo() const
         t += "  " + nome + ": " + std::to_string(n) + " (first in hand " + std::to_string(prima_mano.at(nome)) + ")\n";
     t += "the game's own quirks met (cards it drops or doubles on purpose):" + std::string(casi.empty() ? " none\n" : "\n");
     for (const auto& [nome, n] : casi) t += "  " + nome + ": " + std::to_string(n) + "\n";
+    if (fogli) {
+        t += "score sheets saved: " + std::to_string(fogli) + ", labels measured: " + std::to_string(etichette) +
+             "; lowest contrast of their letters:";
+        for (const auto& [tipo, c] : contrasto) t += " " + tipo + " " + decimale(c) + " : 1,";
+        t.back() = '\n';
+    }
     t += "failures: " + std::to_string(guasti.size()) + "\n";
     t += "table: " + std::to_string(larghezza) + " x " + std::to_string(altezza) + " pixels\n";
     t += "time: " + decimale(secondi) + " s, " + decimale(secondi > 0 ? mani() / secondi : 0) + " hands per second\n";

@@ -22,6 +22,7 @@ struct Opzioni {
     bool controlli = true;  // the invariants after every move (off only to time the game alone)
     long guasti_massimi = 20;  // stops after this many failures
     int larghezza = 1024, altezza = 768;  // of the table, in screen pixels
+    std::string foto;  // a folder: the table saved at each hand's end with its score sheet, if given
 };
 
 struct Rapporto {
@@ -44,6 +45,11 @@ struct Rapporto {
     std::map<std::string, long> prima_mano;  // the hand in which each was first met
     std::map<std::string, long> casi;  // the game's own quirks met, by kind
     std::vector<std::string> guasti;  // everything else
+    long fogli = 0;  // score sheets saved
+    // The lowest contrast between the letters of the sheets' labels and what
+    // lies behind them, by label: names, totals, "Click here to continue".
+    std::map<std::string, double> contrasto;
+    long etichette = 0;  // labels measured
     double secondi = 0;
 
     long mani() const { return mani_chiuse + mani_interrotte; }
