@@ -247,25 +247,28 @@ void FrmJolly::mousePressEvent(QMouseEvent* e)
 void FrmJolly::paintEvent(QPaintEvent*)
 {
     if (faccia_.isEmpty() || immagine_carte.isNull()) return;
-    QPainter p(this);
-    p.setRenderHint(QPainter::SmoothPixmapTransform, true);
-    // The faces are drawn for the felt, which fills their rounded corners:
-    // on the grey dialog the corners are cut away.
-    QPainterPath sagoma;
-    const double raggio = 3.0 * posto_anteprima().width() / 71;
-    sagoma.addRoundedRect(posto_anteprima(), raggio, raggio);
-    p.setRenderHint(QPainter::Antialiasing, true);
-    p.setClipPath(sagoma);
     // On a screen of more than one pixel per point the face comes from the
     // finer sheet, resampled to the preview's own pixels.
     const qreal rapporto = devicePixelRatioF();
     const QSize misura = (posto_anteprima().size() * rapporto).toSize();
     const QImage fine = rapporto > 1 ? alta_risoluzione::fine(immagine_carte, misura.height() / faccia_.height()) : QImage();
-    if (fine.isNull()) {
-        p.drawImage(posto_anteprima(), immagine_carte, faccia_);
-        return;
+    QImage anteprima = fine.isNull()
+                           ? immagine_carte.copy(faccia_.toRect()).scaled(misura, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                           : alta_risoluzione::ricampiona(fine, immagine_carte.size(), faccia_, misura);
+    // The faces are drawn for the felt, which fills their rounded corners
+    // and bleeds into the next pixels once they are shrunk: on the grey
+    // dialog the corners are cut away, a little rounder than the card's.
+    anteprima = anteprima.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    {
+        QPainter taglio(&anteprima);
+        taglio.setRenderHint(QPainter::Antialiasing, true);
+        taglio.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+        const double raggio = 5.0 * misura.width() / 71;
+        QPainterPath angoli, sagoma;
+        angoli.addRect(QRectF(anteprima.rect()));
+        sagoma.addRoundedRect(QRectF(anteprima.rect()), raggio, raggio);
+        taglio.fillPath(angoli.subtracted(sagoma), Qt::black);
     }
-    QImage anteprima = alta_risoluzione::ricampiona(fine, immagine_carte.size(), faccia_, misura);
     anteprima.setDevicePixelRatio(rapporto);
-    p.drawImage(posto_anteprima().topLeft(), anteprima);
+    QPainter(this).drawImage(posto_anteprima().topLeft(), anteprima);
 }

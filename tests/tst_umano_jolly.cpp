@@ -70,12 +70,17 @@ private slots:
         QFETCH(QString, tag);
         prova::finestra().Tag = "old";
         FrmJolly d(&frmTV());
-        bool chiuso = false;
+        bool chiuso = false, angoli_grigi = true;
         QTimer::singleShot(0, [&] {
             QVERIFY(QApplication::activeModalWidget() == &d);
             if (s) QTest::mouseClick(d.findChild<QAbstractButton*>(QStringLiteral("Option%1").arg(s)), Qt::LeftButton);
             for (int i = 0; i < giu; ++i) QTest::keyClick(d.Combo1, Qt::Key_Down);
             QCOMPARE(faccia_mostrata(d), (s ? s - 1 : 0) * 13 + giu);
+            // Its corners show the grey dialog, not the felt the faces carry.
+            const QImage vista = d.grab().toImage();
+            const QRect anteprima = d.posto_anteprima().toRect();
+            for (QPoint p : {anteprima.topLeft(), anteprima.topRight(), anteprima.bottomLeft(), anteprima.bottomRight()})
+                angoli_grigi = angoli_grigi && qGreen(vista.pixel(p)) - qRed(vista.pixel(p)) < 16;
             QCOMPARE(QString::fromStdString(frmTV().Tag), QStringLiteral("old"));
             const QPointF a = d.posto_anteprima().topLeft();
             if (azione == "esc") QTest::keyClick(&d, Qt::Key_Escape);
@@ -87,6 +92,7 @@ private slots:
         });
         d.exec();
         QCOMPARE(chiuso, !tag.isEmpty());
+        QVERIFY(angoli_grigi);
         QCOMPARE(QString::fromStdString(frmTV().Tag), tag.isEmpty() ? QStringLiteral("old") : tag);
     }
 };
