@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The end of a hand: the loser's cards counted, the score sheet, the end of
 // the game at 101 and the next hand.
+#include "aiuto/contrasto.h"
 #include "aiuto/posizione.h"
 #include "platform/dialoghi.h"
+#include "ui/foglio_punti.h"
 #include "ui/frmTV.h"
 #include "ui/mdGraphics.h"
 
 #include <QAbstractButton>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QtTest>
 
@@ -25,20 +28,41 @@ private slots:
     }
 
     // The human closes: the computer's cards are turned up one by one, with
-    // their sound, and charged to it on the sheet.
+    // their sound, and charged to it on the sheet. The sheet lies over the
+    // first cards of the computer's columns 4 to 11, and its captions read
+    // over them at any size of the table, their letters growing with it.
+    void il_foglio_dei_punti_data()
+    {
+        QTest::addColumn<QSize>("tavolo");
+        QTest::addColumn<double>("lettere");  // the points of the labels' and the rules' letters
+        QTest::newRow("1024 x 768") << QSize(1024, 768) << 12.0;
+        QTest::newRow("2048 x 1536") << QSize(2048, 1536) << 24.0;
+    }
     void il_foglio_dei_punti()
     {
+        QFETCH(QSize, tavolo);
+        QFETCH(double, lettere);
         FrmTV& f = frmTV();
+        f.resize(tavolo.width(), tavolo.height() + f.menuBar()->height());
+        QApplication::processEvents();
+        prova::tavoli_da("c4:*8S | c5:J2 | c6:KH | c7:QS | c8:10D | c9:AC | c10:*3H | c11:JD");
+        for (int k = 4; k <= 11; ++k) disegna_combinazione(f.tela, Byte(k), false);
+        prova::azzera_suoni();
         prova::mano_computer_da("KS . 7D J2'");
         disegna_mano(f.tela, mano_computer, true, 0);
-        punti(1) = 12;
+        punti(1) = 117;
         f.MostraPunteggio(Byte(2));
         for (int i = 1; i <= 4; ++i) QVERIFY(prova::cella_mostra(i, 1, long(mano_computer(i))));
         QCOMPARE(prova::quanti_suoni("carta.wav"), 3);
         QVERIFY(f.picture_score->isVisible() && f.Label5->isVisible());
         QCOMPARE(f.lblName(1)->text() + "/" + f.lblName(2)->text(), QStringLiteral("Anna/"));
-        QCOMPARE(f.lblScore(1)->text() + "/" + f.lblScore(2)->text(), QStringLiteral("12/42"));
+        QCOMPARE(f.lblScore(1)->text() + "/" + f.lblScore(2)->text(), QStringLiteral("117/42"));
+        for (Etichetta* e : {f.lblName(1), f.lblScore(1), f.lblScore(2), f.Label5})
+            QVERIFY2(prova::contrasto_minimo(e) >= 4.5, qPrintable(e->text()));
+        QCOMPARE(f.lblScore(1)->font().pointSizeF(), lettere);
+        QCOMPARE(f.Text2->font().pointSizeF(), lettere);
         QVERIFY(piattaforma::prova::richieste().empty());
+        f.resize(1024, 768 + f.menuBar()->height());
     }
 
     void un_clic_sul_foglio_data()
@@ -94,14 +118,17 @@ private slots:
         QFETCH(QString, domanda);
         QFETCH(QString, esito);
         (chi == 1 ? prova::mano_umano_da : prova::mano_computer_da)("AS");
+        bool accanto = true;
         punti(chi) = prima;
         if (risposta == piattaforma::vbYes || risposta == piattaforma::vbNo) {
             piattaforma::prova::rispondi_messaggio(risposta);
         } else {
             piattaforma::prova::automatico(false);
-            QTimer::singleShot(100, [risposta] {
+            QTimer::singleShot(100, [risposta, &accanto] {
                 auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
                 if (!box) return;
+                // The box opens beside the sheet: both totals stay in view.
+                accanto = !box->frameGeometry().intersects(foglio_punti::sul_schermo(frmTV()));
                 if (risposta) QTest::keyClick(box->focusWidget() ? box->focusWidget() : box, Qt::Key(risposta));
                 if (!risposta) box->close();
                 if (box->isVisible()) QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
@@ -113,6 +140,7 @@ private slots:
         QString stato = QString("%1 %2, stock %3").arg(punti(1)).arg(punti(2)).arg(tallone);
         if (frmTV().picture_score->isVisible()) stato += ", sheet";
         QCOMPARE(basic::programma_terminato() ? "end" : stato, esito);
+        QVERIFY(accanto);
         piattaforma::prova::azzera();
     }
 
