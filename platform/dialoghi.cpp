@@ -113,7 +113,11 @@ int MsgBox(const std::string& testo, int pulsanti, int icona, const std::string&
     if (scala_dialoghi > 1 && icona != vbNessuna) {
         const int lato = int(box.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &box) * scala_dialoghi);
         const auto figura = icona == vbCritical ? QStyle::SP_MessageBoxCritical : QStyle::SP_MessageBoxQuestion;
-        box.setIconPixmap(box.style()->standardIcon(figura, nullptr, &box).pixmap(lato, lato));
+        // The style may hold the icon no larger than its usual size.
+        QPixmap icona_grande = box.style()->standardIcon(figura, nullptr, &box).pixmap(lato, lato);
+        if (icona_grande.width() < lato)
+            icona_grande = icona_grande.scaled(lato, lato, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        box.setIconPixmap(icona_grande);
     }
     if (pulsanti == vbYesNo) {
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
