@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The end of a hand: the loser's cards counted, the score sheet, the end of
 // the game at 101 and the next hand.
-#include "aiuto/contrasto.h"
 #include "aiuto/posizione.h"
+#include "contrasto.h"
 #include "platform/dialoghi.h"
 #include "ui/foglio_punti.h"
 #include "ui/frmTV.h"
@@ -58,7 +58,7 @@ private slots:
         QCOMPARE(f.lblName(1)->text() + "/" + f.lblName(2)->text(), QStringLiteral("Anna/"));
         QCOMPARE(f.lblScore(1)->text() + "/" + f.lblScore(2)->text(), QStringLiteral("117/42"));
         for (Etichetta* e : {f.lblName(1), f.lblScore(1), f.lblScore(2), f.Label5})
-            QVERIFY2(prova::contrasto_minimo(e) >= 4.5, qPrintable(e->text()));
+            QVERIFY2(simulazione::contrasto_minimo(e) >= 4.5, qPrintable(e->text()));
         QCOMPARE(f.lblScore(1)->font().pointSizeF(), lettere);
         QCOMPARE(f.Text2->font().pointSizeF(), lettere);
         QVERIFY(piattaforma::prova::richieste().empty());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "simulatore.h"
 
+#include "contrasto.h"
 #include "giocatore.h"
 #include "invarianti.h"
 #include "stato.h"
@@ -13,8 +14,6 @@
 #include "rules/mdTavolata.h"
 #include "ui/frmTV.h"
 #include "ui/mdGraphics.h"
-
-#include "aiuto/contrasto.h"
 
 #include <QAction>
 #include <QApplication>
@@ -243,7 +242,7 @@ void Motore::salva_foglio()
                                                          {f.lblScore(1), "totals"}, {f.lblScore(2), "totals"},
                                                          {f.Label5, "\"Click here to continue\""}};
     for (const auto& [etichetta, tipo] : etichette) {
-        const double c = etichetta ? prova::contrasto_minimo(etichetta) : 0;
+        const double c = etichetta ? contrasto_minimo(etichetta) : 0;
         if (c == 0) continue;  // an empty caption: the computer's name
         ++r_.etichette;
         auto [voce, nuova] = r_.contrasto.emplace(tipo, c);

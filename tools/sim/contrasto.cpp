@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "aiuto/contrasto.h"
+#include "contrasto.h"
 
 #include <QImage>
 #include <QLabel>
@@ -18,7 +18,7 @@ double luminanza(QRgb c)
 }
 }  // namespace
 
-namespace prova {
+namespace simulazione {
 
 double contrasto_minimo(QLabel* etichetta)
 {
@@ -43,4 +43,4 @@ double contrasto_minimo(QLabel* etichetta)
     return minimo;
 }
 
-}  // namespace prova
+}  // namespace simulazione
