@@ -3,10 +3,12 @@
 // game after every move. The game itself keeps no command line; this tool is
 // a separate program built on the same library.
 //
-//   tavolata-sim [--hands N] [--seed S] [--table WxH] [--no-noise] [--quiet]
+//   tavolata-sim [--hands N] [--seed S] [--table WxH] [--no-noise] [--quiet] [--digest]
 //
 // --table sets the size of the table in screen pixels (1024x768 by default);
 // the game draws the same table at any size, and a small one plays faster.
+// --digest adds one hash of every table after every move and of the report:
+// a change that should leave the game alone must leave it the same.
 //
 // Exit code 0 when nothing was met but the fatal ends and the quirks that the
 // game keeps on purpose, 1 after any failure, 2 for a wrong command line or
@@ -24,13 +26,14 @@
 namespace {
 void uso()
 {
-    std::fprintf(stderr, "usage: tavolata-sim [--hands N] [--seed S] [--table WxH] [--no-noise] [--quiet]\n");
+    std::fprintf(stderr, "usage: tavolata-sim [--hands N] [--seed S] [--table WxH] [--no-noise] [--quiet] [--digest]\n");
 }
 }  // namespace
 
 int main(int argc, char** argv)
 {
     simulazione::Opzioni opzioni;
+    bool impronta = false;
     for (int i = 1; i < argc; ++i) {
         const std::string a = argv[i];
         if (a == "--hands" && i + 1 < argc) {
@@ -44,6 +47,8 @@ int main(int argc, char** argv)
             opzioni.rumore = false;
         } else if (a == "--quiet") {
             opzioni.silenzioso = true;
+        } else if (a == "--digest") {
+            impronta = true;
         } else {
             uso();
             return 2;
@@ -64,6 +69,7 @@ int main(int argc, char** argv)
     }
     const simulazione::Rapporto r = simulazione::simula(opzioni);
     std::fputs(r.testo().c_str(), stdout);
+    if (impronta) std::printf("digest: %016llx\n", static_cast<unsigned long long>(r.impronta));
     if (!r.guasti.empty() && opzioni.silenzioso)
         for (const std::string& g : r.guasti) std::fprintf(stderr, "FAILURE %s\n", g.c_str());
     return r.guasti.empty() ? 0 : 1;

@@ -8,6 +8,7 @@
 // counted, and the game goes on with a fresh deal. Anything else is a failure.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -44,6 +45,9 @@ struct Rapporto {
     std::map<std::string, long> prima_mano;  // the hand in which each was first met
     std::map<std::string, long> casi;  // the game's own quirks met, by kind
     std::vector<std::string> guasti;  // everything else
+    // One hash of every table after every move, then of this report (its
+    // time aside): two runs that give the same figure played the same games.
+    std::uint64_t impronta = 0;
     double secondi = 0;
 
     long mani() const { return mani_chiuse + mani_interrotte; }

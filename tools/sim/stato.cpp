@@ -32,6 +32,40 @@ Istantanea fotografa()
     return s;
 }
 
+namespace {
+std::uint64_t mescola_numero(std::uint64_t h, long n)
+{
+    for (int b = 0; b < 8; ++b) h = (h ^ ((std::uint64_t(n) >> (8 * b)) & 0xff)) * 0x100000001b3ull;
+    return h;
+}
+}  // namespace
+
+std::uint64_t impronta(std::uint64_t h, const std::string& testo)
+{
+    for (unsigned char c : testo) h = (h ^ c) * 0x100000001b3ull;
+    return h;
+}
+
+std::uint64_t impronta(std::uint64_t h, const Istantanea& s)
+{
+    for (long c : s.mazzo) h = mescola_numero(h, c);
+    h = mescola_numero(h, s.tallone);
+    for (long c : s.pozzo) h = mescola_numero(h, c);
+    h = mescola_numero(h, s.n_pozzo);
+    for (long c : s.mano_umano) h = mescola_numero(h, c);
+    for (long c : s.mano_computer) h = mescola_numero(h, c);
+    for (const auto& combinazione : s.tavolo_umano)
+        for (long c : combinazione) h = mescola_numero(h, c);
+    for (const auto& combinazione : s.tavolo_computer)
+        for (long c : combinazione) h = mescola_numero(h, c);
+    for (long p : s.punti) h = mescola_numero(h, p);
+    h = impronta(h, s.fase + "|");
+    h = mescola_numero(h, s.turno_umano);
+    h = mescola_numero(h, s.inizia_computer);
+    h = mescola_numero(h, s.carta_selezionata);
+    return mescola_numero(h, s.posizione_selezionata);
+}
+
 int classe_carta(long codice)
 {
     if (codice <= 0) return -1;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 
 namespace simulazione {
@@ -26,6 +27,9 @@ struct Istantanea {
 };
 
 Istantanea fotografa();
+// Folds the text or every table of `s` into the running hash `h` (FNV-1a).
+std::uint64_t impronta(std::uint64_t h, const std::string& testo);
+std::uint64_t impronta(std::uint64_t h, const Istantanea& s);
 
 // The physical card a code stands for: 0-51 a card (both packs alike),
 // JOLLY for any jolly, plain or standing on the table; -1 for an empty slot.
