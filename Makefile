@@ -22,13 +22,17 @@ deps:
 	    apt-get install -y -qq --no-install-recommends $$mancanti; \
 	fi
 
+# Warnings stop the build that the tests (and CI) run; WERROR=OFF lets it go on.
+WERROR ?= ON
 build: deps
-	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DBUILD_TESTING=ON \
+	  -DCMAKE_COMPILE_WARNING_AS_ERROR=$(WERROR) >/dev/null
 	cmake --build $(BUILD) -j$(JOBS)
 
-# Only the game is built to play it; `make build` and `make test` build the rest.
+# Only the game is built to play it, without Qt Test; `make build` and
+# `make test` build the rest.
 run: deps
-	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DBUILD_TESTING=OFF >/dev/null
 	cmake --build $(BUILD) -j$(JOBS) --target tavolata
 	./$(BUILD)/tavolata
 

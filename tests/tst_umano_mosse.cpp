@@ -154,7 +154,7 @@ private slots:
     void mosse()
     {
         QFETCH(QStringList, c);
-        FrmTV& f = partita(c[0].toStdString(), c[2].left(3).toStdString(), c[1].toStdString());
+        partita(c[0].toStdString(), c[2].left(3).toStdString(), c[1].toStdString());
         const QString mano_prima = q(prova::mano_umano_come_testo()), tavoli_prima = q(prova::tavoli_come_testo());
 
         // Every jolly dialog that comes up is answered as a player answers it:
