@@ -57,12 +57,15 @@ deb:
 	rm -f $(BUILD)/tavolata_*.deb
 	cd $(BUILD) && cpack -G DEB
 
-# Builds the package and checks it as a distribution would: lintian, then the
-# desktop entry and the AppStream data as the package installs them. Any
-# error or warning fails; lintian's informational tags are shown.
+# Builds the package and checks it as a distribution would: the version that
+# the changelog, the AppStream data and the manual page name against the
+# build's, lintian, then the desktop entry and the AppStream data as the
+# package installs them. Any error or warning fails; lintian's informational
+# tags are shown.
 check-packaging:
 	@$(MAKE) --no-print-directory deps PACCHETTI="$(PACCHETTI) dpkg-dev lintian desktop-file-utils appstream"
 	@$(MAKE) --no-print-directory deb
+	@echo "== versions"; packaging/controlla_versione.sh $(BUILD)
 	@set -e; deb=$$(ls $(BUILD)/tavolata_*.deb); \
 	echo "== lintian $$deb"; \
 	lintian --fail-on error,warning --display-info "$$deb"; \
