@@ -86,7 +86,8 @@ check-packaging:
 # Longer checks, each in a build folder of its own where it says so:
 #   make check-sanitize  every test and a bounded simulator run built with
 #                        AddressSanitizer and UndefinedBehaviorSanitizer
-#   make bench           the benchmarks of docs/prestazioni.md (medians of 5)
+#   make bench           the benchmarks behind the README's "Measured figures"
+#                        (medians of 5)
 #   make soak            100,000 simulated hands (SOAK_HANDS, SOAK_SEED, SOAK_TABLE)
 SANITIZE_BUILD ?= build-sanitize
 SANITIZE_HANDS ?= 200

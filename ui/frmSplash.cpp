@@ -8,7 +8,6 @@
 #include "versione.h"
 
 #include <QApplication>
-#include <QDateTime>
 #include <QScreen>
 #include <QTimer>
 
@@ -71,7 +70,6 @@ void FrmSplash::showEvent(QShowEvent* e)
 
 void FrmSplash::Form_Activate()
 {
-    (void)QDateTime::currentMSecsSinceEpoch();
     QApplication::processEvents();
 
     auto* principale = new FrmTV();
