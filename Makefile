@@ -22,13 +22,17 @@ deps:
 	    apt-get install -y -qq --no-install-recommends $$mancanti; \
 	fi
 
+# Warnings stop the build that the tests (and CI) run; WERROR=OFF lets it go on.
+WERROR ?= ON
 build: deps
-	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DBUILD_TESTING=ON \
+	  -DCMAKE_COMPILE_WARNING_AS_ERROR=$(WERROR) >/dev/null
 	cmake --build $(BUILD) -j$(JOBS)
 
-# Only the game is built to play it; `make build` and `make test` build the rest.
+# Only the game is built to play it, without Qt Test; `make build` and
+# `make test` build the rest.
 run: deps
-	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DBUILD_TESTING=OFF >/dev/null
 	cmake --build $(BUILD) -j$(JOBS) --target tavolata
 	./$(BUILD)/tavolata
 
@@ -53,12 +57,15 @@ deb:
 	rm -f $(BUILD)/tavolata_*.deb
 	cd $(BUILD) && cpack -G DEB
 
-# Builds the package and checks it as a distribution would: lintian, then the
-# desktop entry and the AppStream data as the package installs them. Any
-# error or warning fails; lintian's informational tags are shown.
+# Builds the package and checks it as a distribution would: the version that
+# the changelog, the AppStream data and the manual page name against the
+# build's, lintian, then the desktop entry and the AppStream data as the
+# package installs them. Any error or warning fails; lintian's informational
+# tags are shown.
 check-packaging:
 	@$(MAKE) --no-print-directory deps PACCHETTI="$(PACCHETTI) dpkg-dev lintian desktop-file-utils appstream"
 	@$(MAKE) --no-print-directory deb
+	@echo "== versions"; packaging/controlla_versione.sh $(BUILD)
 	@set -e; deb=$$(ls $(BUILD)/tavolata_*.deb); \
 	echo "== lintian $$deb"; \
 	lintian --fail-on error,warning --display-info "$$deb"; \
@@ -79,7 +86,8 @@ check-packaging:
 # Longer checks, each in a build folder of its own where it says so:
 #   make check-sanitize  every test and a bounded simulator run built with
 #                        AddressSanitizer and UndefinedBehaviorSanitizer
-#   make bench           the benchmarks of docs/prestazioni.md (medians of 5)
+#   make bench           the benchmarks behind the README's "Measured figures"
+#                        (medians of 5)
 #   make soak            100,000 simulated hands (SOAK_HANDS, SOAK_SEED, SOAK_TABLE)
 SANITIZE_BUILD ?= build-sanitize
 SANITIZE_HANDS ?= 200

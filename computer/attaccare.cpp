@@ -24,7 +24,7 @@ bool attacca_a_sequenze(Tavolo& tavolo, bool umano, bool& ultima)
             return false;
         }
         const Byte carta = mano_computer(i);
-        if (carta == 0 || carta > 108) continue;
+        if (carta == 0 || jolly_sul_tavolo(carta)) continue;
         const std::string s = stringa_numero(carta);
         std::string fila;
         for (long c = 1; c <= 13; ++c) {

@@ -71,7 +71,7 @@ bool cala_sequenza_in(Seq& seq, long primo, long ultimo, bool solo_verifica)
 
 void ordina_per_seme()
 {
-    ordina_per(52, [](Byte c) { return Mod(c, 54); });
+    ordina_per(52, [](Byte c) { return Mod(c, CARTE_PER_MAZZO); });
 }
 
 void ordina_per_numero()

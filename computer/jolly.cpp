@@ -64,7 +64,7 @@ bool jolly_in_sequenza(Byte j, Byte q)
             for (long g = 1; g < n; ++g) candidata(g) = mano_computer(a + g - 1);
             for (long g = n; g >= 2; --g) {
                 if (numero_carta(candidata(g - 1)) != 13) {
-                    candidata(g) = Byte(Mod(candidata(g - 1) + 1, 54) + 108 + extra);
+                    candidata(g) = Byte(Mod(candidata(g - 1) + 1, CARTE_PER_MAZZO) + SUL_TAVOLO_PRIMO + extra);
                     if (cala_sequenza(candidata, 1, Integer(n), true)) {
                         mano_computer(q) = candidata(g);
                         return true;
@@ -72,7 +72,7 @@ bool jolly_in_sequenza(Byte j, Byte q)
                 }
                 if (g != n) {
                     // One below an ace of hearts is no card at all; kept as it is.
-                    candidata(g) = Byte(Mod(candidata(g + 1) - 1, 54) + 108 + extra);
+                    candidata(g) = Byte(Mod(candidata(g + 1) - 1, CARTE_PER_MAZZO) + SUL_TAVOLO_PRIMO + extra);
                     if (cala_sequenza(candidata, 1, Integer(n), true)) {
                         mano_computer(q) = candidata(g);
                         return true;
@@ -111,7 +111,7 @@ bool jolly_in_tris(Byte j, Byte q)
         if (semi < 2) continue;
         for (long s = 1; s <= 4; ++s) {
             if (presente(s)) continue;
-            mano_computer(q) = Byte(108 + (n + (s - 1) * 13) + extra);
+            mano_computer(q) = Byte(SUL_TAVOLO_PRIMO + (n + (s - 1) * 13) + extra);
             return true;
         }
     }
@@ -124,9 +124,9 @@ void scambia_jolly()
         for (long k = 1; k <= 13; ++k) {
             // A jolly of the computer's that the hand cannot win back hides
             // the human's card at the same place from this scan.
-            if (tavolo_computer(c, k) > 108) {
+            if (jolly_sul_tavolo(tavolo_computer(c, k))) {
                 if (scambia_da(tavolo_computer, false, c, k)) break;
-            } else if (tavolo_umano(c, k) > 108) {
+            } else if (jolly_sul_tavolo(tavolo_umano(c, k))) {
                 if (scambia_da(tavolo_umano, true, c, k)) break;
             }
         }

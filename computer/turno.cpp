@@ -19,7 +19,7 @@ bool aperto_a_inizio = false;
 void computer::ritira_jolly_in_mano()
 {
     for (long i = 1; i <= 14; ++i)
-        if (mano_computer(i) > 108) mano_computer(i) = jolly_ritirato(mano_computer(i));
+        if (jolly_sul_tavolo(mano_computer(i))) mano_computer(i) = jolly_ritirato(mano_computer(i));
 }
 
 Long computer::prima_carta()
@@ -98,7 +98,7 @@ bool conviene_pozzo()
     // The remainder of the code itself: an empty slot matches a top card 54 or
     // 108, so that jolly is never taken while the hand has a free slot.
     for (long i = 1; i <= 14; ++i)
-        if (Mod(mano_computer(i), 54) == Mod(t, 54)) return false;
+        if (Mod(mano_computer(i), CARTE_PER_MAZZO) == Mod(t, CARTE_PER_MAZZO)) return false;
     const long s = seme_carta(t);
     const long n = numero_carta(t);
 
@@ -153,7 +153,7 @@ void pesca_tallone_computer()
     const long i = prima_posizione_libera(false);
     mano_computer(i) = mazzo(tallone);
     disegna_carta(tela(), i, RIGA_MANO, mazzo(tallone), true, 0);
-    if (tallone == 108) {
+    if (tallone == CARTE) {
         frmTV().Rimescola();
         n_pozzo = 0;
         disegna_carta(tela(), colonna_tallone(), riga_pozzo(), mazzo(28), true, 0);

@@ -18,7 +18,7 @@ namespace {
 bool ha_un_jolly(const Tavolo& tavolo, Long k)
 {
     for (long j = 1; j <= 13; ++j)
-        if (tavolo(k, j) > 108) return true;
+        if (jolly_sul_tavolo(tavolo(k, j))) return true;
     return false;
 }
 
@@ -49,7 +49,7 @@ bool scambia_jolly(Tavolo& tavolo, Long k, Byte c, bool del_umano)
     Canvas& tela = frmTV().tela;
     for (long j = 1; j <= 13; ++j) {
         const long jolly = tavolo(k, j);
-        if (jolly > 108 && basic::Mod(c, 54) == basic::Mod(jolly, 54)) {
+        if (jolly_sul_tavolo(jolly) && basic::Mod(c, CARTE_PER_MAZZO) == basic::Mod(jolly, CARTE_PER_MAZZO)) {
             mano_umano(posizione_selezionata) = jolly_ritirato(jolly);
             tavolo(k, j) = c;
             disegna_carta(tela, posizione_selezionata, riga_mano(), mano_umano(posizione_selezionata), false,

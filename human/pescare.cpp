@@ -18,7 +18,7 @@ void FrmTV::gioca_proposta_pescare_tallone()
     disegna_carta(tela, k, riga_mano(), mazzo(tallone), false, 0);
     imposta_fase(2, '1');
 
-    if (tallone == 108) {
+    if (tallone == CARTE) {
         // The last card of the stock: the discard pile becomes the new stock.
         Rimescola();
         n_pozzo = 0;

@@ -21,7 +21,7 @@ void riprendi_carta(bool del_umano, Long k, Long j, double attesa)
     Canvas& tela = frmTV().tela;
     Tavolo& tavolo = del_umano ? tavolo_umano : tavolo_computer;
     long carta = tavolo(k, j);
-    if (carta > 108) carta = jolly_ritirato(carta);
+    if (jolly_sul_tavolo(carta)) carta = jolly_ritirato(carta);
     const Long s = prima_posizione_libera(del_umano);
     if (del_umano) {
         mano_umano(s) = carta;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the procedures of the human's turn share: the places of the hand and
 // of the discard pile on the table, the phase code read and written one
-// character at a time, the jolly codes, and the fit test that decides where a
+// character at a time, and the fit test that decides where a
 // marked card joins a combination (laying on the own table and attaching to
 // the computer's use the same test).
 #pragma once
@@ -23,19 +23,6 @@ inline char carattere_fase(std::size_t n) { return fase.size() >= n ? fase[n - 1
 inline void imposta_fase(std::size_t n, char valore)
 {
     if (fase.size() >= n) fase[n - 1] = valore;
-}
-
-// A plain jolly in hand: codes 53, 54, 107 and 108.
-inline bool jolly_semplice(long codice)
-{
-    const long resto = basic::Mod(codice, 54);
-    return resto == 53 || resto == 0;
-}
-// The table code of plain jolly `jolly` standing for the pack-1 card `carta`:
-// 108 + carta for the first kind, 162 + carta for the second.
-inline long codice_jolly(long jolly, long carta)
-{
-    return basic::Int(basic::Mod(jolly - 1, 54) / 53.0) * 54 + 108 + carta;
 }
 
 // Cards in the human's hand.

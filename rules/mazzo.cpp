@@ -41,11 +41,11 @@ void FrmTV::mescola()
     tavolo_computer.azzera();
     mano_umano.azzera();
     mano_computer.azzera();
-    for (long i = 1; i <= 108; ++i) disponibili(i) = i;
+    for (long i = 1; i <= CARTE; ++i) disponibili(i) = i;
     randomize_timer();
     // Rejection sampling: a draw that hits a card already placed is repeated.
-    for (long i = 1; i <= 108;) {
-        const long r = Int(108.0f * Rnd()) + 1;
+    for (long i = 1; i <= CARTE;) {
+        const long r = Int(float(CARTE) * Rnd()) + 1;
         if (disponibili(r) != 0) {
             mazzo(i) = disponibili(r);
             disponibili(r) = 0;
@@ -93,7 +93,7 @@ void FrmTV::Rimescola()
     // The pile holds exactly the 81 cards the stock gave out since the last
     // shuffle, so the loop takes every one of them, the top card included.
     long tentativi = 0;
-    for (long i = 28; i <= 108;) {
+    for (long i = 28; i <= CARTE;) {
         const long r = Int(82.0f * Rnd()) + 1;
         if (pozzo(r) == 0) {
             // Should the pile ever hold fewer cards, stop with an error rather

@@ -3,10 +3,7 @@
 
 #include "ui/frmTV.h"
 
-using basic::Int;
-using basic::Mod;
-
-Tabella<Byte, 1, 108> mazzo;
+Tabella<Byte, 1, CARTE> mazzo;
 Integer tallone;
 Tabella<Integer, 1, 82> pozzo;
 Integer n_pozzo;
@@ -23,20 +20,6 @@ Integer carta_selezionata;
 Long posizione_selezionata = 0;
 bool attesa_timer = false;
 bool uscita = false;
-
-Byte seme_carta(Byte c)
-{
-    const Integer k = Mod(long(c) - 1, 54);
-    // The empty code gives k = -1, which Int(k / 13) turns into suit 0.
-    return Byte(Int(double(k) / 13.0) + 1);
-}
-
-Byte numero_carta(Byte c)
-{
-    const Integer k = Mod(long(c) - 1, 54);
-    if (k > 51) return Byte(0);
-    return Byte(Mod(k, 13) + 1);
-}
 
 Byte prima_posizione_libera(bool umano)
 {
@@ -55,15 +38,6 @@ bool controlla_chiusura(bool computer)
     if (i <= 14) return false;
     frmTV().MostraPunteggio(Byte(computer ? 1 : 2));
     return true;
-}
-
-Long valore_in_mano(Byte c)
-{
-    long v = numero_carta(c);
-    if (v > 10) v = 10;
-    if (v == 0) v = 25;
-    if (v == 1) v = 11;
-    return v;
 }
 
 void azzera_stato()

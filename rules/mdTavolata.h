@@ -1,16 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// mdTavolata: the card code and every table of the game's state. There is one
-// game: the tables are module-level and every part of the program reads and
-// writes them directly.
-//
-// Card code: 0 an empty slot; 1-54 the first pack, 55-108 the second; within a
-// pack k = (code - 1) Mod 54 gives suit Int(k / 13) + 1 (1 hearts, 2 diamonds,
-// 3 clubs, 4 spades, 5 jolly) and number (k Mod 13) + 1 (ace 1 .. king 13, 0
-// for a jolly). A jolly laid on the table is stored as the card it stands for
-// plus 108 (first kind) or 162 (second kind).
+// mdTavolata: every table of the game's state, holding the card codes of
+// rules/carte.h. There is one game: the tables are module-level and every
+// part of the program reads and writes them directly.
 #pragma once
 
 #include "platform/basic.h"
+#include "rules/carte.h"
 
 #include <string>
 
@@ -23,7 +18,7 @@ using basic::Tabella2;
 // The ascending number order of straights: ace above the king, ace below the 2.
 inline const std::string SEQUENZA_NUMERI = " 1 13 12 11 10 9 8 7 6 5 4 3 2 1 ";
 
-extern Tabella<Byte, 1, 108> mazzo;  // the shuffled deck
+extern Tabella<Byte, 1, CARTE> mazzo;  // the shuffled deck
 extern Integer tallone;  // slot of mazzo last taken from the stock
 extern Tabella<Integer, 1, 82> pozzo;  // the discard pile, bottom first
 extern Integer n_pozzo;  // cards on the discard pile
@@ -40,14 +35,6 @@ extern Integer carta_selezionata;
 extern Long posizione_selezionata;
 extern bool attesa_timer;
 extern bool uscita;
-
-// A jolly leaving the table comes back as the plain jolly 53 or 54, whatever
-// its pack was.
-inline Byte jolly_ritirato(long codice) { return Byte(basic::Int(codice / 163.0) + 53); }
-
-// Suit 1-5 (0 for an empty slot) and number 0-13 of a card code.
-Byte seme_carta(Byte c);
-Byte numero_carta(Byte c);
 
 // The first empty slot of a hand (the human's when `umano`), 15 when full.
 Byte prima_posizione_libera(bool umano);
@@ -79,9 +66,6 @@ bool aperto_computer();
 // The value of the combinations on a table, as the opening counts it.
 Long valore_tavolo_umano();
 Long valore_tavolo_computer();
-
-// Penalty of a card left in hand: jolly 25, ace 11, figures 10, others their number.
-Long valore_in_mano(Byte c);
 
 // Sets every table to its state when the window loads (tests start from it).
 void azzera_stato();

@@ -21,7 +21,7 @@ Q_DECLARE_METATYPE(Espressione)
 
 static std::string n(long v) { return std::to_string(v); }
 using T1 = Tabella<Integer, 1, 82>;
-using T0 = Tabella<Integer, 0, 108>;
+using T0 = Tabella<Integer, 0, CARTE>;
 using T2 = Tabella2<Byte, 1, 13, 1, 13>;
 
 class TestBasic : public QObject {
@@ -35,7 +35,7 @@ private slots:
         riga("1-based table keeps both ends", [] { T1 t; t(1) = 1; t(82) = 2; return n(t(1)) + n(t(82)); }, "12");
         riga("1-based table, index 0", [] { T1 t; return n(t(0)); }, "error 9");
         riga("1-based table, index 83", [] { T1 t; return n(t(83)); }, "error 9");
-        riga("0-based table keeps both ends", [] { T0 t; t(0) = 1; t(108) = 2; return n(t(0)) + n(t(108)); }, "12");
+        riga("0-based table keeps both ends", [] { T0 t; t(0) = 1; t(CARTE) = 2; return n(t(0)) + n(t(CARTE)); }, "12");
         riga("0-based table, index 109", [] { T0 t; return n(t(109)); }, "error 9");
         riga("2-D table corners", [] { T2 t; t(1, 1) = 3; t(13, 13) = 7; return n(t(1, 1)) + n(t(13, 13)); }, "37");
         riga("2-D table, row 14", [] { T2 t; return n(t(14, 1)); }, "error 9");

@@ -168,14 +168,14 @@ private slots:
         std::vector<int> pila, nuovo;
         for (int c = 1; c <= 81; ++c) pila.push_back(int(pozzo(c) = c + 20));
         n_pozzo = 81;
-        mazzo(108) = prova::carta("5S");
-        tallone = 107;
+        mazzo(CARTE) = prova::carta("5S");
+        tallone = CARTE - 1;
         prova::mano_computer_da("7H");
         disegna_tavolo();
         pesca_tallone_computer();
         QCOMPARE(posizione(), QStringLiteral("7H 5S / "));
         QCOMPARE(long(tallone), 27L);
-        for (long i = 28; i <= 108; ++i) nuovo.push_back(long(mazzo(i)));
+        for (long i = 28; i <= CARTE; ++i) nuovo.push_back(long(mazzo(i)));
         std::sort(nuovo.begin(), nuovo.end());
         QCOMPARE(nuovo, pila);
         QVERIFY(prova::cella_mostra(colonna_tallone(), riga_pozzo(), long(mazzo(28)), true));

@@ -47,14 +47,14 @@ private slots:
         QCOMPARE(foglio.size(), QSize(9 * 71, 6 * 96));
         QCOMPARE(conta(foglio, rosso_di_selezione), 0);
         QSet<QByteArray> impronte;
-        for (int k = 0; k < 54; ++k) {
+        for (int k = 0; k < CARTE_PER_MAZZO; ++k) {
             const QImage cella = foglio.copy(k % 9 * 71, k / 9 * 96, 71, 96).convertToFormat(QImage::Format_RGB32);
             impronte << QCryptographicHash::hash(QByteArrayView(cella.constBits(), cella.sizeInBytes()),
                                                  QCryptographicHash::Sha1);
             // Hearts and diamonds red, clubs and spades black.
             if (k < 52) QVERIFY2((conta(cella, rosso_seme) > 20) == (k < 26), qPrintable(QString::number(k)));
         }
-        QCOMPARE(impronte.size(), 54);
+        QCOMPARE(impronte.size(), CARTE_PER_MAZZO);
     }
 
     void i_dorsi_e_il_tavolo()

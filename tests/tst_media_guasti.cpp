@@ -156,7 +156,7 @@ private slots:
                          qPrintable(caso + QString(": error %1 on drawing").arg(errore)));
                 // Whatever came out of the file is a picture: every card, back
                 // and cell can be drawn from it.
-                for (long c = 1; c <= 108 && esito == 0; c += 7) {
+                for (long c = 1; c <= CARTE && esito == 0; c += 7) {
                     disegna_carta(f.tela, 1 + c % 14, 41, Byte(c), false, 0);
                     disegna_carta(f.tela, 1 + c % 14, 1, Byte(c), true, 0);
                     cancella_carta(f.tela, 1 + c % 14, 24);

@@ -15,20 +15,23 @@ private slots:
         QTest::addColumn<int>("codice");
         QTest::addColumn<int>("seme");
         QTest::addColumn<int>("numero");
-        QTest::newRow("empty slot") << 0 << 0 << 0;
-        QTest::newRow("first jolly") << 53 << 5 << 0;
-        QTest::newRow("ace of hearts, second pack") << 55 << 1 << 1;
-        QTest::newRow("second jolly, second pack") << 108 << 5 << 0;
-        QTest::newRow("second jolly as the 7 of clubs") << 195 << 3 << 7;
-        QTest::newRow("second jolly as the king of spades") << 214 << 4 << 13;
+        QTest::addColumn<bool>("jolly");  // a plain jolly in hand
+        QTest::newRow("empty slot: no jolly") << 0 << 0 << 0 << false;
+        QTest::newRow("first jolly") << 53 << 5 << 0 << true;
+        QTest::newRow("ace of hearts, second pack") << 55 << 1 << 1 << false;
+        QTest::newRow("second jolly, second pack") << 108 << 5 << 0 << true;
+        QTest::newRow("second jolly as the 7 of clubs") << 195 << 3 << 7 << false;
+        QTest::newRow("second jolly as the king of spades") << 214 << 4 << 13 << false;
     }
     void seme_e_numero()
     {
         QFETCH(int, codice);
         QFETCH(int, seme);
         QFETCH(int, numero);
+        QFETCH(bool, jolly);
         QCOMPARE(long(seme_carta(Byte(codice))), long(seme));
         QCOMPARE(long(numero_carta(Byte(codice))), long(numero));
+        QCOMPARE(jolly_semplice(codice), jolly);
     }
 
     void unisci_sequenza_data()

@@ -22,7 +22,7 @@ namespace umano_prova {
 inline FrmTV& partita(const std::string& mano, const std::string& codice_fase = "000", const std::string& tavoli = "")
 {
     FrmTV& f = prova::finestra();
-    for (long i = 1; i <= 108; ++i) mazzo(i) = i == 29 ? 83 : i;
+    for (long i = 1; i <= CARTE; ++i) mazzo(i) = i == 29 ? 83 : i;
     tallone = 27;
     prova::tavoli_da("p:5C | " + tavoli);
     prova::mano_umano_da(mano);

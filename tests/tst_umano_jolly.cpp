@@ -23,7 +23,7 @@ class TestUmanoJolly : public QObject {
         const QImage vista = d.grab().toImage().copy(a).convertToFormat(QImage::Format_RGB32);
         int migliore = -1;
         double minimo = 1e30;
-        for (int k = 0; k < 54; ++k) {
+        for (int k = 0; k < CARTE_PER_MAZZO; ++k) {
             const QImage faccia = immagine_carte.copy((k % 9) * 71, (k / 9) * 96, 71, 96)
                                       .scaled(a.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                                       .convertToFormat(QImage::Format_RGB32);

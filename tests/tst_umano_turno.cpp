@@ -23,13 +23,13 @@ private slots:
         partita("AH 2H");
         for (long i = 1; i <= 81; ++i) pozzo(i) = i + 2;  // codes 3 to 83
         n_pozzo = 81;
-        mazzo(108) = 90;
-        tallone = 107;
+        mazzo(CARTE) = 90;
+        tallone = CARTE - 1;
         premi(14, 23);
         QCOMPARE(QString::fromStdString(prova::mano_umano_come_testo() + prova::tavoli_come_testo()), "AH 2H 10C'p:");
         QCOMPARE(long(tallone), 27L);
         std::vector<long> nuovo, atteso;
-        for (long i = 28; i <= 108; ++i) nuovo.push_back(mazzo(i));
+        for (long i = 28; i <= CARTE; ++i) nuovo.push_back(mazzo(i));
         for (long c = 3; c <= 83; ++c) atteso.push_back(c);
         std::sort(nuovo.begin(), nuovo.end());
         QCOMPARE(nuovo, atteso);

@@ -5,9 +5,9 @@
 #include "ui/alta_risoluzione.h"
 #include "ui/frmTV.h"
 #include "ui/mdGraphics.h"
+#include "versione.h"
 
 #include <QApplication>
-#include <QDateTime>
 #include <QScreen>
 #include <QTimer>
 
@@ -34,7 +34,7 @@ FrmSplash::FrmSplash() : QWidget(nullptr, Qt::SplashScreen)
     const QSize lato = figura.deviceIndependentSize().toSize();
     Picture1->setGeometry(0, 0, lato.width(), lato.height());
 
-    const char* didascalie[] = {"Version 2.1.2", "Classic Italian Game", "Italian rummy for one player and the computer"};
+    const char* didascalie[] = {"Version " TAVOLATA_VERSIONE, "Classic Italian Game", "Italian rummy for one player and the computer"};
     for (long i = 0; i <= 2; ++i) {
         Label1(i) = new QLabel(QString::fromLatin1(didascalie[i]), this);
         Label1(i)->setStyleSheet(QStringLiteral("color: rgb(0,0,192);"));
@@ -70,7 +70,6 @@ void FrmSplash::showEvent(QShowEvent* e)
 
 void FrmSplash::Form_Activate()
 {
-    (void)QDateTime::currentMSecsSinceEpoch();
     QApplication::processEvents();
 
     auto* principale = new FrmTV();

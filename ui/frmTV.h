@@ -7,6 +7,7 @@
 #pragma once
 
 #include "platform/basic.h"
+#include "rules/carte.h"
 #include "ui/canvas.h"
 
 #include <QLabel>
@@ -134,7 +135,7 @@ public:
     float altezza_precedente = 0;
     Integer canzone_corrente = 0;
     bool gioco_avviato = false;
-    basic::Tabella<Integer, 0, 108> disponibili;
+    basic::Tabella<Integer, 0, CARTE> disponibili;
 
     // ----- the window (ui/frmTV.cpp)
     void Form_Load();

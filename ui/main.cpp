@@ -3,6 +3,7 @@
 #include "ui/frmSplash.h"
 #include "ui/frmTV.h"
 #include "ui/mdGraphics.h"
+#include "versione.h"
 
 #include <QApplication>
 #include <QDir>
@@ -26,7 +27,7 @@ int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tavolata"));
-    QApplication::setApplicationVersion(QStringLiteral("2.1.2"));
+    QApplication::setApplicationVersion(QStringLiteral(TAVOLATA_VERSIONE));
     QGuiApplication::setDesktopFileName(QStringLiteral("io.github.tavolata.Tavolata"));
     QApplication::setQuitOnLastWindowClosed(false);
     trova_cartella_media();

@@ -92,8 +92,8 @@ bool disegna_carta(Canvas& tela, Long colonna, Long riga, Byte carta, bool coper
     if (coperta) {
         long codice = carta;
         // A jolly standing on the table shows the back of the first pack.
-        if (codice > 108) codice = Int(codice / 163.0) + 53;
-        const QImage& dorso = dorsi(Int((codice - 1) / 54.0));
+        if (jolly_sul_tavolo(codice)) codice = jolly_ritirato(codice);
+        const QImage& dorso = dorsi(Int((codice - 1) / double(CARTE_PER_MAZZO)));
         tela.PaintPicture(dorso, destinazione, QRectF(0, 0, dorso.width(), dorso.height()));
         return true;
     }
@@ -137,9 +137,9 @@ rettangolo rettangolo_carta(Canvas&, Byte carta)
 {
     long codice = carta;
     // A jolly on the table shows the plain jolly face, whatever it stands for.
-    if (codice >= 109 && codice <= 162) codice = 53;
-    if (codice > 162) codice = 54;
-    const long k = Mod(codice - 1, 54);
+    if (codice > SUL_TAVOLO_PRIMO && codice <= SUL_TAVOLO_SECONDO) codice = JOLLY_PRIMO;
+    if (codice > SUL_TAVOLO_SECONDO) codice = JOLLY_SECONDO;
+    const long k = Mod(codice - 1, CARTE_PER_MAZZO);
     // The sheet is addressed in its own pixels.
     return rettangolo{float(Mod(k, 9) * 71), float(Int(k / 9.0) * 96), 71.f, 96.f};
 }

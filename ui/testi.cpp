@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/testi.h"
 
+#include "versione.h"
+
 #include <QFile>
 
 namespace testi {
@@ -24,7 +26,7 @@ QString informazioni()
 {
     return QStringLiteral(
         "Tavolata - Italian rummy for two\n"
-        "Tavolata ver 2.1.2\n"
+        "Tavolata ver " TAVOLATA_VERSIONE "\n"
         "--------------------\n"
         "You against the computer:\n"
         "two packs, four jollies,\n"

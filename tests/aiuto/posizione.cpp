@@ -57,19 +57,19 @@ int carta(const std::string& nome_dato)
     if (nome == ".") return 0;
     int extra = 0;
     if (nome.rfind("**", 0) == 0) {
-        extra = 162;
+        extra = SUL_TAVOLO_SECONDO;
         nome = nome.substr(2);
     } else if (nome.rfind('*', 0) == 0) {
-        extra = 108;
+        extra = SUL_TAVOLO_PRIMO;
         nome = nome.substr(1);
     }
     int pacco = 0;
     if (!nome.empty() && nome.back() == '\'') {
-        pacco = 54;
+        pacco = CARTE_PER_MAZZO;
         nome.pop_back();
     }
-    if (nome == "J1") return 53 + pacco;
-    if (nome == "J2") return 54 + pacco;
+    if (nome == "J1") return JOLLY_PRIMO + pacco;
+    if (nome == "J2") return JOLLY_SECONDO + pacco;
     if (nome.size() < 2) throw std::invalid_argument("not a card: " + nome_dato);
     const char s = nome.back();
     const std::string r = nome.substr(0, nome.size() - 1);
@@ -87,17 +87,17 @@ std::string nome_carta(int c)
 {
     if (c == 0) return ".";
     std::string prefisso;
-    if (c > 162) {
+    if (c > SUL_TAVOLO_SECONDO) {
         prefisso = "**";
-        c -= 162;
-    } else if (c > 108) {
+        c -= SUL_TAVOLO_SECONDO;
+    } else if (c > SUL_TAVOLO_PRIMO) {
         prefisso = "*";
-        c -= 108;
+        c -= SUL_TAVOLO_PRIMO;
     }
-    const std::string pacco = c > 54 ? "'" : "";
-    const int k = (c - 1) % 54;
-    if (k == 52) return prefisso + "J1" + pacco;
-    if (k == 53) return prefisso + "J2" + pacco;
+    const std::string pacco = c > CARTE_PER_MAZZO ? "'" : "";
+    const int k = (c - 1) % CARTE_PER_MAZZO;
+    if (k == JOLLY_PRIMO - 1) return prefisso + "J1" + pacco;
+    if (k == JOLLY_SECONDO - 1) return prefisso + "J2" + pacco;
     return prefisso + ranghi[k % 13] + semi[k / 13] + pacco;
 }
 
@@ -244,14 +244,14 @@ QImage riferimento(int colonna, int riga, int codice, bool coperta)
     if (codice == 0) {
         rif.PaintPicture(immagine_sfondo, cella, cella);
     } else if (coperta) {
-        long c = codice > 108 ? codice / 163 + 53 : codice;
-        const QImage& d = dorsi((c - 1) / 54);
+        long c = codice > SUL_TAVOLO_PRIMO ? codice / (SUL_TAVOLO_SECONDO + 1) + JOLLY_PRIMO : codice;
+        const QImage& d = dorsi((c - 1) / CARTE_PER_MAZZO);
         rif.PaintPicture(d, cella, QRectF(0, 0, d.width(), d.height()));
     } else {
         long c = codice;
-        if (c >= 109 && c <= 162) c = 53;
-        if (c > 162) c = 54;
-        const long k = (c - 1) % 54;
+        if (c > SUL_TAVOLO_PRIMO && c <= SUL_TAVOLO_SECONDO) c = JOLLY_PRIMO;
+        if (c > SUL_TAVOLO_SECONDO) c = JOLLY_SECONDO;
+        const long k = (c - 1) % CARTE_PER_MAZZO;
         rif.PaintPicture(immagine_carte, cella, QRectF((k % 9) * 71, (k / 9) * 96, 71, 96));
     }
     return rif.Image();
@@ -272,10 +272,10 @@ bool cella_mostra(int colonna, int riga, int codice, bool coperta, int visibili,
 std::string cosa_mostra(int colonna, int riga)
 {
     if (cella_mostra(colonna, riga, 0)) return "background";
-    for (int c = 1; c <= 54; ++c)
+    for (int c = 1; c <= CARTE_PER_MAZZO; ++c)
         if (cella_mostra(colonna, riga, c)) return "face " + nome_carta(c);
     if (cella_mostra(colonna, riga, 1, true)) return "back 0";
-    if (cella_mostra(colonna, riga, 55, true)) return "back 1";
+    if (cella_mostra(colonna, riga, CARTE_PER_MAZZO + 1, true)) return "back 1";
     return "other";
 }
 

@@ -35,7 +35,7 @@ int carte_in(bool umano, long c)
 bool ha_jolly(bool umano, long c)
 {
     for (long k = 1; k <= 13; ++k)
-        if (codice_tavolo(umano, c, k) > 108) return true;
+        if (codice_tavolo(umano, c, k) > SUL_TAVOLO_PRIMO) return true;
     return false;
 }
 
@@ -290,8 +290,8 @@ Pressione Giocatore::prossima(std::mt19937& caso)
     if (fase[2] == '1') {
         const long segnato = slot_segnato();
         const bool giusto = long(carta_selezionata) == p.codice ||
-                            (p.jolly != 0 && long(carta_selezionata) > 108 &&
-                             (long(carta_selezionata) - 108) % 54 == p.jolly);
+                            (p.jolly != 0 && long(carta_selezionata) > SUL_TAVOLO_PRIMO &&
+                             (long(carta_selezionata) - SUL_TAVOLO_PRIMO) % CARTE_PER_MAZZO == p.jolly);
         if (segnato == p.slot && giusto) {
             // Now and then the card goes to another slot of the hand first.
             if (esplora_ && probabilita(caso) < 0.03) {
@@ -350,13 +350,13 @@ std::vector<Giocatore::Passo> Giocatore::pianifica(std::mt19937& caso)
 
     // Jollies won back first: a real card in the place of a jolly standing for it.
     for (const CartaInMano& c : mano) {
-        if (jolly_semplice(c.codice) || c.codice > 108) continue;
+        if (jolly_semplice(c.codice) || c.codice > SUL_TAVOLO_PRIMO) continue;
         for (const bool umano : {true, false}) {
             if (!umano && !aperto) continue;
             for (long k = 1; k <= COLONNE_PROPRIE; ++k)
                 for (long j = 1; j <= 13; ++j) {
                     const long t = codice_tavolo(umano, k, j);
-                    if (t <= 108 || t % 54 != c.codice % 54) continue;
+                    if (t <= SUL_TAVOLO_PRIMO || t % CARTE_PER_MAZZO != c.codice % CARTE_PER_MAZZO) continue;
                     const Passo p{umano ? Area::tavolo_proprio : Area::tavolo_avversario, c.slot, c.codice, k, 0, false};
                     if (!gia_provato(p)) return {p};
                 }

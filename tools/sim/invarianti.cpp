@@ -13,8 +13,11 @@ namespace simulazione {
 
 namespace {
 
-bool codice_da_tavolo(long c) { return (c >= 109 && c <= 160) || (c >= 163 && c <= 214); }
-bool codice_reale(long c) { return c >= 1 && c <= 108 && !jolly_semplice(c); }
+bool codice_da_tavolo(long c)
+{
+    return (c > SUL_TAVOLO_PRIMO && c <= SUL_TAVOLO_PRIMO + 52) || (c > SUL_TAVOLO_SECONDO && c <= SUL_TAVOLO_SECONDO + 52);
+}
+bool codice_reale(long c) { return c >= 1 && c <= CARTE && !jolly_semplice(c); }
 
 std::string n(long x) { return std::to_string(x); }
 
@@ -62,11 +65,11 @@ std::vector<std::string> Controllore::controlla_codici(const Istantanea& s)
         const long u = s.mano_umano[std::size_t(i)], c = s.mano_computer[std::size_t(i)];
         if (codice_da_tavolo(u))
             da_tavolo_in_mano = true;
-        else if (u < 0 || u > 108)
+        else if (u < 0 || u > CARTE)
             g.push_back("player's hand slot " + n(i) + " holds code " + n(u));
         // Standing codes live in the computer's hand only between its own
         // steps: its discard turns them all back into plain jollies.
-        if (c < 0 || c > 108) g.push_back("computer's hand slot " + n(i) + " holds code " + n(c) + " after its turn");
+        if (c < 0 || c > CARTE) g.push_back("computer's hand slot " + n(i) + " holds code " + n(c) + " after its turn");
     }
     // A jolly the player discarded with the value it was given (after the
     // value was refused) goes round the pile and the stock as it stands, and
@@ -84,14 +87,14 @@ std::vector<std::string> Controllore::controlla_codici(const Istantanea& s)
     if (s.n_pozzo < 0 || s.n_pozzo > 81) g.push_back("the pile counts " + n(s.n_pozzo) + " cards");
     for (long i = 1; i <= std::min(s.n_pozzo, 82L); ++i) {
         const long p = s.pozzo[std::size_t(i)];
-        if (!(p >= 1 && p <= 108) && !codice_da_tavolo(p)) g.push_back("pile slot " + n(i) + " holds code " + n(p));
+        if (!(p >= 1 && p <= CARTE) && !codice_da_tavolo(p)) g.push_back("pile slot " + n(i) + " holds code " + n(p));
     }
-    if (s.tallone < 27 || s.tallone > 107) g.push_back("the stock stands at " + n(s.tallone));
-    for (long i = std::max(s.tallone + 1, 1L); i <= 108; ++i) {
+    if (s.tallone < 27 || s.tallone > CARTE - 1) g.push_back("the stock stands at " + n(s.tallone));
+    for (long i = std::max(s.tallone + 1, 1L); i <= CARTE; ++i) {
         const long m = s.mazzo[std::size_t(i)];
-        if (!(m >= 1 && m <= 108) && !codice_da_tavolo(m)) g.push_back("stock slot " + n(i) + " holds code " + n(m));
+        if (!(m >= 1 && m <= CARTE) && !codice_da_tavolo(m)) g.push_back("stock slot " + n(i) + " holds code " + n(m));
     }
-    if (s.carta_selezionata < 0 || s.carta_selezionata > 214)
+    if (s.carta_selezionata < 0 || s.carta_selezionata > SUL_TAVOLO_SECONDO + 52)
         g.push_back("the marked card is code " + n(s.carta_selezionata));
     if (s.turno_umano && s.fase != "000" && s.fase != "010" && s.fase != "011")
         g.push_back("the player's turn runs with phase \"" + s.fase + "\"");
@@ -152,17 +155,17 @@ std::vector<std::string> Controllore::controlla_combinazioni(const Istantanea& s
 
 std::vector<std::string> Controllore::controlla_carte(const Istantanea& prima, const Istantanea& dopo, Area premuta)
 {
-    const std::array<int, 53> presenti = conta_carte(dopo);
-    auto differenza = [&](const std::array<int, 53>& attese) {
-        std::array<int, 53> d{};
+    const std::array<int, JOLLY + 1> presenti = conta_carte(dopo);
+    auto differenza = [&](const std::array<int, JOLLY + 1>& attese) {
+        std::array<int, JOLLY + 1> d{};
         for (std::size_t i = 0; i < d.size(); ++i) d[i] = presenti[i] - attese[i];
         return d;
     };
-    auto nulla = [](const std::array<int, 53>& d) { return std::all_of(d.begin(), d.end(), [](int x) { return x == 0; }); };
+    auto nulla = [](const std::array<int, JOLLY + 1>& d) { return std::all_of(d.begin(), d.end(), [](int x) { return x == 0; }); };
     // The computer names a jolly of its hand and writes it into the slot
     // where it found the jolly before sorting the hand, whatever lies there
     // now: another card is lost under it, or an empty slot gains a jolly.
-    auto jolly_scritto_altrove = [](const std::array<int, 53>& d) {
+    auto jolly_scritto_altrove = [](const std::array<int, JOLLY + 1>& d) {
         int persi = 0;
         for (int i = 0; i < JOLLY; ++i) {
             if (d[std::size_t(i)] > 0) return false;
@@ -170,14 +173,14 @@ std::vector<std::string> Controllore::controlla_carte(const Istantanea& prima, c
         }
         return d[JOLLY] > 0 && d[JOLLY] >= persi;
     };
-    auto conta_jolly_scritti = [this](const std::array<int, 53>& d) {
+    auto conta_jolly_scritti = [this](const std::array<int, JOLLY + 1>& d) {
         const int persi = -std::accumulate(d.begin(), d.begin() + JOLLY, 0);
         if (persi > 0) casi_["a jolly named by the computer was written over another card of its hand"] += persi;
         if (d[JOLLY] > persi)
             casi_["a jolly named by the computer was written into an empty slot of its hand"] += d[JOLLY] - persi;
     };
 
-    std::array<int, 53> d = differenza(attese_);
+    std::array<int, JOLLY + 1> d = differenza(attese_);
     if (nulla(d)) return {};
 
     // After the player wins back a jolly on the computer's table the mark
@@ -188,7 +191,7 @@ std::vector<std::string> Controllore::controlla_carte(const Istantanea& prima, c
         prima.fase == "011" && pos >= 1 && pos <= 14 && prima.mano_umano[std::size_t(pos)] != 0) {
         const int x = classe_carta(prima.carta_selezionata), y = classe_carta(prima.mano_umano[std::size_t(pos)]);
         if (x >= 0 && x != y) {
-            std::array<int, 53> d2 = d;
+            std::array<int, JOLLY + 1> d2 = d;
             d2[std::size_t(x)] -= 1;
             d2[std::size_t(y)] += 1;
             if (nulla(d2) || jolly_scritto_altrove(d2)) {
@@ -227,10 +230,12 @@ const QImage& Controllore::riferimento(long colonna, long riga, long codice, boo
     long aspetto = -1;
     if (codice != 0) {
         if (coperta) {
-            const long c = codice > 108 ? codice / 163 + 53 : codice;
-            aspetto = (c - 1) / 54;
+            const long c = codice > SUL_TAVOLO_PRIMO ? codice / (SUL_TAVOLO_SECONDO + 1) + JOLLY_PRIMO : codice;
+            aspetto = (c - 1) / CARTE_PER_MAZZO;
         } else {
-            aspetto = codice >= 109 && codice <= 162 ? 52 : codice > 162 ? 53 : (codice - 1) % 54;
+            aspetto = codice > SUL_TAVOLO_PRIMO && codice <= SUL_TAVOLO_SECONDO ? JOLLY_PRIMO - 1
+                      : codice > SUL_TAVOLO_SECONDO                             ? JOLLY_SECONDO - 1
+                                                                                : (codice - 1) % CARTE_PER_MAZZO;
         }
     }
     const auto chiave = std::make_tuple(colonna, riga, aspetto, coperta);
@@ -269,7 +274,7 @@ std::vector<std::string> Controllore::controlla_tela(const Istantanea& s)
             g.push_back("hand slot " + n(i) + " does not show " + prova::nome_carta(int(s.mano_umano[std::size_t(i)])));
     const long cima = s.n_pozzo >= 1 && s.n_pozzo <= 82 ? s.pozzo[std::size_t(s.n_pozzo)] : 0;
     if (!mostra(13, 21, cima, false)) g.push_back("the pile does not show " + prova::nome_carta(int(cima)));
-    if (s.tallone >= 0 && s.tallone < 108 && !mostra(14, 21, s.mazzo[std::size_t(s.tallone + 1)], true))
+    if (s.tallone >= 0 && s.tallone < CARTE && !mostra(14, 21, s.mazzo[std::size_t(s.tallone + 1)], true))
         g.push_back("the stock does not show the back of " + prova::nome_carta(int(s.mazzo[std::size_t(s.tallone + 1)])));
     return g;
 }

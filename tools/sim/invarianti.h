@@ -42,7 +42,7 @@ private:
     std::vector<std::string> controlla_tela(const Istantanea& s);
     const QImage& riferimento(long colonna, long riga, long codice, bool coperta);
 
-    std::array<int, 53> attese_{};
+    std::array<int, JOLLY + 1> attese_{};
     std::map<std::string, long> casi_;
     std::map<std::tuple<long, long, long, bool>, QImage> riferimenti_;
     QSize misura_riferimenti_;

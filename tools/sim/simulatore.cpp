@@ -174,6 +174,7 @@ void Motore::conta_mani_distribuite()
 void Motore::dopo_la_mossa(const Azione& azione, const Istantanea& prima)
 {
     const Istantanea dopo = fotografa();
+    r_.impronta = impronta(r_.impronta, dopo);
     conta_mani_distribuite();
     if (basic::programma_terminato()) {
         fine_fatale(azione, prima, dopo);
@@ -469,6 +470,7 @@ Rapporto Motore::esegui()
     QElapsedTimer orologio;
     orologio.start();
     r_.seme = opzioni_.seme;
+    r_.impronta = 0xcbf29ce484222325ull;
     r_.rumore = opzioni_.rumore;
     r_.larghezza = frmTV().tela.larghezza_px();
     r_.altezza = frmTV().tela.altezza_px();
@@ -554,6 +556,9 @@ Rapporto Motore::esegui()
     rumore.stop();
     r_.rifiutate = giocatore_.rifiutate();
     r_.casi = controllore_.casi();
+    // The time is not yet set: the report hashed is the same in every run.
+    r_.impronta = impronta(r_.impronta, r_.testo());
+    for (const std::string& g : r_.guasti) r_.impronta = impronta(r_.impronta, g);
     r_.secondi = orologio.elapsed() / 1000.0;
     return r_;
 }

@@ -8,6 +8,7 @@
 // counted, and the game goes on with a fresh deal. Anything else is a failure.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -50,6 +51,9 @@ struct Rapporto {
     // lies behind them, by label: names, totals, "Click here to continue".
     std::map<std::string, double> contrasto;
     long etichette = 0;  // labels measured
+    // One hash of every table after every move, then of this report (its
+    // time aside): two runs that give the same figure played the same games.
+    std::uint64_t impronta = 0;
     double secondi = 0;
 
     long mani() const { return mani_chiuse + mani_interrotte; }

@@ -9,7 +9,7 @@ namespace simulazione {
 Istantanea fotografa()
 {
     Istantanea s;
-    for (long i = 1; i <= 108; ++i) s.mazzo[i] = mazzo(i);
+    for (long i = 1; i <= CARTE; ++i) s.mazzo[i] = mazzo(i);
     s.tallone = tallone;
     for (long i = 1; i <= 82; ++i) s.pozzo[i] = pozzo(i);
     s.n_pozzo = n_pozzo;
@@ -32,28 +32,66 @@ Istantanea fotografa()
     return s;
 }
 
+namespace {
+std::uint64_t mescola_numero(std::uint64_t h, long n)
+{
+    for (int b = 0; b < 8; ++b) h = (h ^ ((std::uint64_t(n) >> (8 * b)) & 0xff)) * 0x100000001b3ull;
+    return h;
+}
+}  // namespace
+
+std::uint64_t impronta(std::uint64_t h, const std::string& testo)
+{
+    for (unsigned char c : testo) h = (h ^ c) * 0x100000001b3ull;
+    return h;
+}
+
+std::uint64_t impronta(std::uint64_t h, const Istantanea& s)
+{
+    for (long c : s.mazzo) h = mescola_numero(h, c);
+    h = mescola_numero(h, s.tallone);
+    for (long c : s.pozzo) h = mescola_numero(h, c);
+    h = mescola_numero(h, s.n_pozzo);
+    for (long c : s.mano_umano) h = mescola_numero(h, c);
+    for (long c : s.mano_computer) h = mescola_numero(h, c);
+    for (const auto& combinazione : s.tavolo_umano)
+        for (long c : combinazione) h = mescola_numero(h, c);
+    for (const auto& combinazione : s.tavolo_computer)
+        for (long c : combinazione) h = mescola_numero(h, c);
+    for (long p : s.punti) h = mescola_numero(h, p);
+    h = impronta(h, s.fase + "|");
+    h = mescola_numero(h, s.turno_umano);
+    h = mescola_numero(h, s.inizia_computer);
+    h = mescola_numero(h, s.carta_selezionata);
+    return mescola_numero(h, s.posizione_selezionata);
+}
+
 int classe_carta(long codice)
 {
     if (codice <= 0) return -1;
-    if (codice > 108) return JOLLY;
-    const int k = int((codice - 1) % 54);
+    if (codice > SUL_TAVOLO_PRIMO) return JOLLY;
+    const int k = int((codice - 1) % CARTE_PER_MAZZO);
     return k >= 52 ? JOLLY : k;
 }
 
 int seme(long codice)
 {
     if (codice <= 0) return 0;
-    return int((codice - 1) % 54) / 13 + 1;
+    return int((codice - 1) % CARTE_PER_MAZZO) / 13 + 1;
 }
 
 int numero(long codice)
 {
     if (codice <= 0) return 0;
-    const int k = int((codice - 1) % 54);
+    const int k = int((codice - 1) % CARTE_PER_MAZZO);
     return k > 51 ? 0 : k % 13 + 1;
 }
 
-bool jolly_semplice(long codice) { return codice == 53 || codice == 54 || codice == 107 || codice == 108; }
+bool jolly_semplice(long codice)
+{
+    return codice == JOLLY_PRIMO || codice == JOLLY_SECONDO || codice == JOLLY_PRIMO + CARTE_PER_MAZZO ||
+           codice == JOLLY_SECONDO + CARTE_PER_MAZZO;
+}
 
 long penalita(long codice)
 {
@@ -63,9 +101,9 @@ long penalita(long codice)
     return n > 10 ? 10 : n;
 }
 
-std::array<int, 53> conta_carte(const Istantanea& s)
+std::array<int, JOLLY + 1> conta_carte(const Istantanea& s)
 {
-    std::array<int, 53> n{};
+    std::array<int, JOLLY + 1> n{};
     auto conta = [&n](long codice) {
         const int c = classe_carta(codice);
         if (c >= 0) ++n[std::size_t(c)];
@@ -82,14 +120,14 @@ std::array<int, 53> conta_carte(const Istantanea& s)
     // Slots of the pile above its top keep the cards taken from it: stale.
     for (long i = 1; i <= s.n_pozzo && i <= 82; ++i) conta(s.pozzo[i]);
     // The deck keeps the cards already dealt and drawn below the stock.
-    for (long i = s.tallone + 1; i <= 108; ++i)
+    for (long i = s.tallone + 1; i <= CARTE; ++i)
         if (i >= 1) conta(s.mazzo[i]);
     return n;
 }
 
-std::array<int, 53> carte_di_un_mazzo()
+std::array<int, JOLLY + 1> carte_di_un_mazzo()
 {
-    std::array<int, 53> n{};
+    std::array<int, JOLLY + 1> n{};
     n.fill(2);
     n[JOLLY] = 4;
     return n;

@@ -3,13 +3,16 @@
 // facts about cards the simulator needs to judge what a move did.
 #pragma once
 
+#include "rules/carte.h"
+
 #include <array>
+#include <cstdint>
 #include <string>
 
 namespace simulazione {
 
 struct Istantanea {
-    std::array<long, 109> mazzo{};  // slots 1-108
+    std::array<long, CARTE + 1> mazzo{};  // slots 1-108
     long tallone = 0;
     std::array<long, 83> pozzo{};  // slots 1-82
     long n_pozzo = 0;
@@ -26,6 +29,9 @@ struct Istantanea {
 };
 
 Istantanea fotografa();
+// Folds the text or every table of `s` into the running hash `h` (FNV-1a).
+std::uint64_t impronta(std::uint64_t h, const std::string& testo);
+std::uint64_t impronta(std::uint64_t h, const Istantanea& s);
 
 // The physical card a code stands for: 0-51 a card (both packs alike),
 // JOLLY for any jolly, plain or standing on the table; -1 for an empty slot.
@@ -43,9 +49,9 @@ long penalita(long codice);
 
 // How many cards of each physical kind are in play: both hands, both tables,
 // the live part of the pile and what is left of the stock.
-std::array<int, 53> conta_carte(const Istantanea& s);
+std::array<int, JOLLY + 1> conta_carte(const Istantanea& s);
 // The 108 cards of a fresh deal: every card twice, four jollies.
-std::array<int, 53> carte_di_un_mazzo();
+std::array<int, JOLLY + 1> carte_di_un_mazzo();
 
 // Cards in a combination, up to its first empty position.
 int lunghezza(const std::array<long, 14>& combinazione);
