@@ -34,8 +34,7 @@ namespace {
 void uso()
 {
     std::fprintf(stderr, "usage: tavolata-sim [--hands N] [--seed S] [--table WxH] [--shots DIR] [--no-noise] [--quiet]"
-                         " [--digest]
-");
+                         " [--digest]\n");
 }
 }  // namespace
 
