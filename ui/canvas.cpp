@@ -65,7 +65,11 @@ bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove)
         // from there, a band at a time, and only the part asked for is kept.
         for (int y = dove.top(); y <= dove.bottom(); y += righe_per_striscia) {
             const int righe = std::min(righe_per_striscia, dove.bottom() + 1 - y);
-            QImage striscia(dove.right() + 1, righe, QImage::Format_RGB888);
+            // One band's pages serve every band and every cell.
+            static QImage banda;
+            if (banda.width() < dove.right() + 1 || banda.height() < righe)
+                banda = QImage(std::max(banda.width(), dove.right() + 1), righe_per_striscia, QImage::Format_RGB888);
+            QImage striscia(banda.bits(), dove.right() + 1, righe, banda.bytesPerLine(), QImage::Format_RGB888);
             {
                 QPainter pittore(&striscia);
                 pittore.setRenderHint(QPainter::SmoothPixmapTransform, true);
