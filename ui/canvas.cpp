@@ -21,12 +21,6 @@ constexpr std::size_t tratti_massimi = 200000;
 // largest piece worth keeping (a whole table is drawn once a deal).
 constexpr int pezzi_massimi = 64;
 constexpr qsizetype pezzo_massimo = 1 << 20;
-
-// Pictures are the program's big allocations. Each gets pages of its own,
-// given back to the system the moment it is freed: left to itself the
-// allocator raises that bar to the size of the biggest one it sees go, and
-// keeps the next ones in a heap that only grows.
-const bool memoria_regolata = [] { return mallopt(M_MMAP_THRESHOLD, 128 << 10) == 1; }();
 }  // namespace
 
 std::size_t qHash(const Canvas::Chiave& c, std::size_t seme) noexcept
@@ -204,7 +198,10 @@ void Canvas::Cls(QRgb colore)
     Tratto t{Tratto::Pulisci, {}, {}, {}, colore, 0};
     esegui(t);
     ricorda(std::move(t));
-    // A new hand: what the last one freed goes back to the system.
+    // A new hand: what the last one freed goes back to the system, rather
+    // than stay with the allocator for good. (Giving every picture pages of
+    // its own would do it too, but costs each start a few milliseconds of
+    // fresh pages.)
     malloc_trim(0);
 }
 
