@@ -105,25 +105,17 @@ private slots:
 
     // Whole pictures of another size: the sheet and the table must hold the
     // cells the game cuts from them; a back is stretched whole over a card.
-    void la_misura_data()
-    {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QSize>("misura");
-        QTest::addColumn<long>("esito");
-        QTest::newRow("sheet one pixel narrow") << "totale.bmp" << QSize(638, 576) << 481L;
-        QTest::newRow("sheet bigger") << "totale.bmp" << QSize(710, 600) << 0L;
-        QTest::newRow("table one pixel short") << "SfondoTV2.jpg" << QSize(1024, 767) << 481L;
-        QTest::newRow("back twice as big") << "dorso.bmp" << QSize(144, 192) << 0L;
-    }
     void la_misura()
     {
-        QFETCH(QString, file);
-        QFETCH(QSize, misura);
-        QFETCH(long, esito);
-        QVERIFY(QImage(sorgente(file)).scaled(misura).save(cartella_.filePath(file)));
-        QCOMPARE(carica_immagini(), esito);
-        QFile::remove(cartella_.filePath(file));
-        QVERIFY(QFile::copy(sorgente(file), cartella_.filePath(file)));
+        const std::tuple<const char*, QSize, long> casi[] = {
+            {"totale.bmp", {638, 576}, 481}, {"SfondoTV2.jpg", {1024, 767}, 481}, {"dorso.bmp", {144, 192}, 0}};
+        for (const auto& [nome, misura, esito] : casi) {
+            const QString file = QString::fromLatin1(nome);
+            QVERIFY(QImage(sorgente(file)).scaled(misura).save(cartella_.filePath(file)));
+            QCOMPARE(carica_immagini(), esito);
+            QFile::remove(cartella_.filePath(file));
+            QVERIFY(QFile::copy(sorgente(file), cartella_.filePath(file)));
+        }
     }
 
     void ogni_file_guasto_data()
