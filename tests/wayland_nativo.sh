@@ -17,6 +17,8 @@ fine() {
     rm -rf "$cartella"
 }
 trap fine EXIT
+# Stopped, it still stops the compositor and the X server it started.
+trap "exit 1" HUP INT TERM
 
 # The resident size (kB) of process $1 once it holds still for two seconds.
 fermo() {
