@@ -7,7 +7,8 @@ BUILD ?= build
 JOBS ?= $(shell nproc)
 PACCHETTI = cmake g++ make pkg-config qt6-base-dev qt6-multimedia-dev libgl-dev \
 	libfluidsynth-dev timgm6mb-soundfont libsndfile1-dev libsmf-dev libbenchmark-dev \
-	fonts-liberation fonts-dejavu-core pulseaudio pulseaudio-utils
+	fonts-liberation fonts-dejavu-core pulseaudio pulseaudio-utils \
+	qt6-wayland weston xvfb
 
 # Root installs directly; anyone else through sudo.
 SUDO = $(if $(filter 0,$(shell id -u)),,sudo)

@@ -91,7 +91,9 @@ install(FILES ${TAVOLATA_ICONA_SVG} DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/h
 # panels ask for; and DejaVu, because where Liberation is the only font, the
 # desktop's default sans-serif (menus, the name box) turns out to be
 # Liberation Mono. Qt Multimedia and FluidSynth both play through a PulseAudio
-# server (PipeWire's will do); without one the game runs silently.
+# server (PipeWire's will do); without one the game runs silently. Qt's
+# Wayland plugin lets the game run as a native window on a Wayland desktop
+# rather than through XWayland.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tavolata)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
@@ -114,7 +116,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
   "timgm6mb-soundfont | fluid-soundfont-gm, fonts-liberation, fonts-dejavu-core")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "pulseaudio | pipewire-pulse")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "pulseaudio | pipewire-pulse, qt6-wayland")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 include(CPack)

@@ -2,8 +2,8 @@
 // Damaged media: every picture, wave and song file of the game missing,
 // empty, cut short, with bits flipped, replaced by garbage, or with the right
 // magic followed by garbage, fed through the game's own loaders. Pictures
-// fail with error 53 or 481 (and a later draw that needs one is error 91) or
-// load as some picture; waves play the default sound or what could be read;
+// fail with error 53 or 481, naming the file (and a later draw that needs one
+// is error 91), or load as some picture; one cut short always fails; waves play the default sound or what could be read;
 // songs are refused without a Done of code 1, or play. Never a crash or a hang.
 // The variants are drawn from a fixed seed; TAVOLATA_FUZZ_VARIANTI sets how
 // many per file (30 by default).
@@ -20,6 +20,13 @@
 #include <random>
 
 namespace {
+
+// What the loaders told on the standard error.
+QStringList avvisi;
+void raccogli(QtMsgType tipo, const QMessageLogContext&, const QString& testo)
+{
+    if (tipo == QtWarningMsg && testo.startsWith("tavolata: ")) avvisi << testo;
+}
 
 // The ways a file is damaged.
 enum class Danno { manca, vuoto, troncato, bit_cambiati, spazzatura, magia_e_spazzatura };
@@ -86,6 +93,7 @@ private slots:
         // Songs play on the player's own clock, fast, so that a song that
         // loads also ends within the wait.
         MMControl::prova_orologio(50);
+        qInstallMessageHandler(raccogli);
     }
 
     void cleanupTestCase()
@@ -93,6 +101,21 @@ private slots:
         imposta_cartella_programma(QStringLiteral(TAVOLATA_SORGENTE "/media"));
         QCOMPARE(carica_immagini(), 0L);
         MMControl::prova_orologio(0);
+    }
+
+    // Whole pictures of another size: the sheet and the table must hold the
+    // cells the game cuts from them; a back is stretched whole over a card.
+    void la_misura()
+    {
+        const std::tuple<const char*, QSize, long> casi[] = {
+            {"totale.bmp", {638, 576}, 481}, {"SfondoTV2.jpg", {1024, 767}, 481}, {"dorso.bmp", {144, 192}, 0}};
+        for (const auto& [nome, misura, esito] : casi) {
+            const QString file = QString::fromLatin1(nome);
+            QVERIFY(QImage(sorgente(file)).scaled(misura).save(cartella_.filePath(file)));
+            QCOMPARE(carica_immagini(), esito);
+            QFile::remove(cartella_.filePath(file));
+            QVERIFY(QFile::copy(sorgente(file), cartella_.filePath(file)));
+        }
     }
 
     void ogni_file_guasto_data()
@@ -142,10 +165,16 @@ private slots:
             } else {
                 immagine_carte = immagine_sfondo = dorsi(0) = dorsi(1) = QImage();
                 righe_tavolo = colonne_tavolo = 0;
+                avvisi.clear();
                 const long esito = carica_immagini();
-                const QString detto = caso + QString(": error %1").arg(esito);
+                const QString detto = caso + QString(": error %1, told \"%2\"").arg(esito).arg(avvisi.join('|'));
+                // A file cut short is as unreadable as an empty one, and the
+                // file that stopped the pictures is named.
+                const bool illeggibile = danno == Danno::vuoto || danno == Danno::troncato;
                 QVERIFY2(esito == 0 || esito == 53 || esito == 481, qPrintable(detto));
-                QVERIFY2(!manca_o_vuoto || esito == (danno == Danno::manca ? 53 : 481), qPrintable(detto));
+                QVERIFY2(!(illeggibile || danno == Danno::manca) || esito == (danno == Danno::manca ? 53 : 481), qPrintable(detto));
+                const QString atteso = "tavolata: " + percorso + (esito == 53 ? ": picture missing" : ": picture cannot be read");
+                QVERIFY2(esito == 0 ? avvisi.isEmpty() : avvisi == QStringList{atteso}, qPrintable(detto));
                 // The grid stays unset, and the draw that needs the picture that failed fails with 91.
                 const bool dorso = file.startsWith("dorso");
                 const int errore = prova::errore_di([&] {

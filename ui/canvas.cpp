@@ -6,6 +6,8 @@
 
 #include <QPainter>
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -14,10 +16,10 @@ namespace {
 // A hand paints a few hundred cards; past this many calls since the last
 // clear the surface stops keeping them and a resize stretches the picture.
 constexpr std::size_t tratti_massimi = 200000;
-// The scaled pieces kept at once, in bytes: every card face and back, and
-// the bits of table that cover a card, at one scale on a 4K screen; and the
+// The scaled pieces kept at once: room for every card face and both backs,
+// with a few to spare, at the size a card has on the surface; and the
 // largest piece worth keeping (a whole table is drawn once a deal).
-constexpr qsizetype byte_pezzi_massimi = 40 << 20;
+constexpr int pezzi_massimi = 64;
 constexpr qsizetype pezzo_massimo = 1 << 20;
 }  // namespace
 
@@ -27,16 +29,14 @@ std::size_t qHash(const Canvas::Chiave& c, std::size_t seme) noexcept
 }
 
 namespace {
-// The felt resampled whole from its finer companion to the size of the
-// surface. Every part of it drawn in its own place (a card taken away) is cut
-// from this, so a restored cell is the very pixels around it. One is kept,
-// shared by every surface of that size.
-struct TavoloFine {
+// The felt's finer companion, read once and shared by every surface.
+struct FeltroFine {
     qint64 figura = 0;
-    QSize misura;
     QImage immagine;
 };
-TavoloFine tavolo_fine;
+FeltroFine feltro_fine;
+// Rows of felt stretched at a time: a few hundred kilobytes on a 4K screen.
+constexpr int righe_per_striscia = 64;
 }  // namespace
 
 bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove)
@@ -48,13 +48,30 @@ bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove)
         // the classic picture shows the same as its companion, which would
         // cost the first table a whole-screen decoding and resampling.
         if (std::max(scala_x(), scala_y()) < 2) return false;
-        if (tavolo_fine.figura != t.figura.cacheKey() || tavolo_fine.misura != img_.size()) {
+        if (feltro_fine.figura != t.figura.cacheKey()) {
             const QImage fine = alta_risoluzione::fine(t.figura, std::max(scala_x(), scala_y()));
             if (fine.isNull()) return false;
-            tavolo_fine = {t.figura.cacheKey(), img_.size(),
-                           alta_risoluzione::ricampiona(fine, t.figura.size(), QRectF(QPointF(0, 0), tavolo), img_.size())};
+            feltro_fine = {t.figura.cacheKey(), fine.convertToFormat(QImage::Format_RGB888)};
         }
-        copia(tavolo_fine.immagine, dove, dove.topLeft());
+        // Whatever part of the table is drawn, every pixel is the one a
+        // smooth stretch of the whole felt over the surface gives: a stretch
+        // steps along each row from its left end, so the rows are stretched
+        // from there, a band at a time, and only the part asked for is kept.
+        for (int y = dove.top(); y <= dove.bottom(); y += righe_per_striscia) {
+            const int righe = std::min(righe_per_striscia, dove.bottom() + 1 - y);
+            // One band's pages serve every band and every cell.
+            static QImage banda;
+            if (banda.width() < dove.right() + 1 || banda.height() < righe)
+                banda = QImage(std::max(banda.width(), dove.right() + 1), righe_per_striscia, QImage::Format_RGB888);
+            QImage striscia(banda.bits(), dove.right() + 1, righe, banda.bytesPerLine(), QImage::Format_RGB888);
+            {
+                QPainter pittore(&striscia);
+                pittore.setRenderHint(QPainter::SmoothPixmapTransform, true);
+                pittore.translate(0, -y);
+                pittore.drawImage(QRectF(QPointF(0, 0), QSizeF(img_.size())), feltro_fine.immagine);
+            }
+            copia(striscia, QRect(dove.left(), 0, dove.width(), righe), QPoint(dove.left(), y));
+        }
         return true;
     }
     const Chiave k{t.figura.cacheKey(), t.sorgente.x(), t.sorgente.y(), t.sorgente.width(), t.sorgente.height(),
@@ -74,6 +91,11 @@ bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove)
 
 const QImage* Canvas::pezzo(const QImage& figura, const QRectF& sorgente, QSize misura)
 {
+    // A bit of table restored under a card is a different piece for every
+    // cell of the table: kept, they would fill the store with hundreds of
+    // them over a game. It is drawn afresh each time, the same pixels.
+    if (QSizeF(figura.size()) == QSizeF(larghezza_logica, altezza_logica) && sorgente.size() != QSizeF(figura.size()))
+        return nullptr;
     const Chiave k{figura.cacheKey(), sorgente.x(), sorgente.y(), sorgente.width(), sorgente.height(),
                    misura.width(), misura.height()};
     if (const QImage* pronto = pezzi_.object(k)) return pronto;
@@ -93,7 +115,17 @@ const QImage* Canvas::pezzo(const QImage& figura, const QRectF& sorgente, QSize 
     return pezzi_.object(k);
 }
 
-Canvas::Canvas() : pezzi_(byte_pezzi_massimi), img_(1024, 768, QImage::Format_RGB32) { img_.fill(qRgb(0, 192, 0)); }
+Canvas::Canvas() : img_(1024, 768, QImage::Format_RGB32)
+{
+    img_.fill(qRgb(0, 192, 0));
+    misura_pezzi();
+}
+
+void Canvas::misura_pezzi()
+{
+    const QRect carta = in_pixel(QRectF(8, 16, 72, 96));
+    pezzi_.setMaxCost(std::max<qsizetype>(pezzo_massimo, qsizetype(pezzi_massimi) * carta.width() * carta.height() * 4));
+}
 
 void Canvas::ricorda(Tratto t)
 {
@@ -120,10 +152,12 @@ void Canvas::ridimensiona(int larghezza_px, int altezza_px)
     if (storia_completa_) {
         img_ = QImage(larghezza_px, altezza_px, QImage::Format_RGB32);
         img_.fill(qRgb(0, 192, 0));
+        misura_pezzi();
         for (const Tratto& t : tratti_) esegui(t);
     } else {
         img_ = img_.scaled(larghezza_px, altezza_px, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                    .convertToFormat(QImage::Format_RGB32);
+        misura_pezzi();
     }
     segnala(img_.rect());
 }
@@ -164,6 +198,11 @@ void Canvas::Cls(QRgb colore)
     Tratto t{Tratto::Pulisci, {}, {}, {}, colore, 0};
     esegui(t);
     ricorda(std::move(t));
+    // A new hand: what the last one freed goes back to the system, rather
+    // than stay with the allocator for good. (Giving every picture pages of
+    // its own would do it too, but costs each start a few milliseconds of
+    // fresh pages.)
+    malloc_trim(0);
 }
 
 void Canvas::PaintPicture(const QImage& figura, const QRectF& destinazione, const QRectF& sorgente)

@@ -90,8 +90,9 @@ public:
     };
 
 private:
-    // The pieces used last are kept, up to a few megabytes of them.
+    // The pieces used last are kept, as many as one table shows at once.
     QCache<Chiave, QImage> pezzi_;
+    void misura_pezzi();
 
     void segnala(const QRect& r)
     {

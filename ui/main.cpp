@@ -21,10 +21,22 @@ void trova_cartella_media()
     const QString installata = QDir::cleanPath(programma.filePath(QStringLiteral("../share/games/tavolata")));
     if (QFileInfo(installata + QStringLiteral("/totale.bmp")).isFile()) imposta_cartella_programma(installata);
 }
+// On a Wayland desktop the window is drawn into shared memory, as the whole
+// table is drawn by the processor. Qt 6 draws a window's own frame there only
+// through its GL buffers, and asking for them maps Mesa and its compiler,
+// some 45 MB, for a title bar. Desktops that frame their windows themselves
+// (KDE, wlroots) still do; a player who wants Qt's frame can ask for it.
+void finestre_senza_gl()
+{
+    if (!qEnvironmentVariableIsSet("QT_WAYLAND_DISABLE_WINDOWDECORATION")
+        && !qEnvironmentVariableIsSet("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION"))
+        qputenv("QT_WAYLAND_DISABLE_WINDOWDECORATION", "1");
+}
 }  // namespace
 
 int main(int argc, char** argv)
 {
+    finestre_senza_gl();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tavolata"));
     QApplication::setApplicationVersion(QStringLiteral(TAVOLATA_VERSIONE));

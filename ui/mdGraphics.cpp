@@ -7,10 +7,15 @@
 #include "ui/frmTV.h"
 #include "ui/suoni.h"
 
+#include <QBuffer>
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QWidget>
+
+#include <cstdlib>
 
 using basic::Int;
 using basic::Mod;
@@ -28,16 +33,62 @@ float larghezza_cella = 72, altezza_riga = 16;
 namespace {
 QString cartella_scelta;
 
-// A picture from the program's folder: run-time error 53 when the file is not
-// there, 481 when it is there but is not a picture.
+// Whether `dati` holds the whole of its picture, as far as its format tells:
+// a bitmap as long as its header says, a JPEG with its end marker after its
+// last scan, a PNG with its closing chunk. A file cut short still decodes
+// (striped noise, or a grey half of a table); it is damaged all the same.
+bool figura_intera(const QByteArray& dati)
+{
+    auto u16 = [&](int i) { return quint32(quint8(dati[i])) | quint32(quint8(dati[i + 1])) << 8; };
+    auto u32 = [&](int i) { return u16(i) | u16(i + 2) << 16; };
+    if (dati.startsWith("BM")) {
+        if (dati.size() < 34) return false;
+        const qint64 inizio = u32(10), larghezza = qint32(u32(18)), altezza = std::abs(qint32(u32(22)));
+        const qint64 bit = u16(28), compressione = u32(30);
+        // Uncompressed rows are padded to four bytes; a compressed bitmap is
+        // as long as the size its header gives, when it gives one.
+        if (compressione == 0 || compressione == 3)
+            return dati.size() >= inizio + (larghezza * bit + 31) / 32 * 4 * altezza;
+        return dati.size() >= qint64(u32(2));
+    }
+    if (dati.startsWith("\xFF\xD8")) {
+        const qsizetype scansione = dati.lastIndexOf("\xFF\xDA");
+        return scansione > 0 && dati.indexOf("\xFF\xD9", scansione) > scansione;
+    }
+    if (dati.startsWith("\x89PNG")) return dati.right(12).contains("IEND");
+    return true;
+}
+
+// The smallest picture each file may be: the face sheet holds 9 x 6 cells of
+// 71 x 96, and the table is restored cell by cell from its own pixels, so it
+// is exactly the size of the table. The backs are stretched whole over a card.
+bool misura_giusta(const QString& nome, QSize misura)
+{
+    if (nome == QLatin1String("/totale.bmp")) return misura.width() >= 9 * 71 && misura.height() >= 6 * 96;
+    if (nome == QLatin1String("/SfondoTV2.jpg")) return misura == QSize(1024, 768);
+    return true;
+}
+
+// A picture from the program's folder, read whole: run-time error 53 when the
+// file is not there, 481 when it is there but is not a whole picture of its
+// size. Either way the file is named on the standard error.
 QImage carica_figura(const QString& nome)
 {
     const QString percorso = cartella_programma() + nome;
-    if (!QFileInfo(percorso).isFile()) basic::errore(53);
-    QImageReader lettore(percorso);
-    lettore.setDecideFormatFromContent(true);
-    QImage figura = lettore.read();
-    if (figura.isNull()) basic::errore(481);
+    QFile file(percorso);
+    if (!QFileInfo(percorso).isFile()) {
+        qWarning("tavolata: %s: picture missing", qPrintable(QDir::toNativeSeparators(percorso)));
+        basic::errore(53);
+    }
+    QByteArray dati;
+    if (file.open(QIODevice::ReadOnly)) dati = file.readAll();
+    QBuffer contenuto(&dati);
+    QImageReader lettore(&contenuto);
+    QImage figura = figura_intera(dati) ? lettore.read() : QImage();
+    if (figura.isNull() || !misura_giusta(nome, figura.size())) {
+        qWarning("tavolata: %s: picture cannot be read", qPrintable(QDir::toNativeSeparators(percorso)));
+        basic::errore(481);
+    }
     figura = figura.convertToFormat(QImage::Format_RGB32);
     alta_risoluzione::registra(figura, percorso);
     return figura;
