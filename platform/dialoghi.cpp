@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/dialoghi.h"
 
+#include "platform/basic.h"
+
 #include <QApplication>
 #include <QInputDialog>
 #include <QCloseEvent>
@@ -20,7 +22,7 @@ bool sempre_automatico = false;
 
 std::string InputBox(const std::string& prompt, const std::string& titolo, const std::string& predefinito)
 {
-    registro.push_back("InputBox|" + prompt + "|" + titolo + "|" + predefinito);
+    if (basic::prova::attivo()) registro.push_back("InputBox|" + prompt + "|" + titolo + "|" + predefinito);
     if (!input_previsti.empty()) {
         std::string r = input_previsti.front();
         input_previsti.pop_front();
@@ -36,8 +38,9 @@ std::string InputBox(const std::string& prompt, const std::string& titolo, const
 
 int MsgBox(const std::string& testo, int pulsanti, int icona, const std::string& titolo)
 {
-    registro.push_back("MsgBox|" + testo + "|" + std::to_string(pulsanti) + "|" + std::to_string(icona) + "|" +
-                       titolo);
+    if (basic::prova::attivo())
+        registro.push_back("MsgBox|" + testo + "|" + std::to_string(pulsanti) + "|" + std::to_string(icona) + "|" +
+                           titolo);
     if (!messaggi_previsti.empty()) {
         const int r = messaggi_previsti.front();
         messaggi_previsti.pop_front();
