@@ -5,6 +5,7 @@
 // the sounds and a song are really heard.
 #include "platform/lettore_wave.h"
 #include "platform/mmc.h"
+#include "platform/uscita_audio.h"
 #include "ui/mdGraphics.h"
 #include "ui/suoni.h"
 
@@ -195,10 +196,10 @@ private slots:
             } else if (passo == "canzone") {
                 lettore.Command("open");
                 lettore.Command("play");
-                QVERIFY(MMControl::suona_su_dispositivo() && lettore.Mode() == MMControl::mciModePlay);
+                QTRY_VERIFY(MMControl::suona_su_dispositivo() && lettore.Mode() == MMControl::mciModePlay);
             } else {
                 piattaforma::PlaySound(passo.contains('/') ? passo : media + passo);
-                QVERIFY(piattaforma::prova::ultimo_suono().su_dispositivo);
+                QTRY_VERIFY(piattaforma::UscitaAudio::una().collegata());
             }
         }
     }
