@@ -91,6 +91,8 @@ struct UscitaAudio::Stato {
     bool musica_richiesta = false;
     QElapsedTimer da_avvio;
     qint64 fine_onda_ms = -1;  // on da_avvio's clock
+    qint64 fallito_ms = -1;  // when a connection last failed before its stream opened
+    bool aperta = false;  // the current connection's stream has opened
     QTimer riprova, chiusura;
     UscitaAudio* uscita = nullptr;
 
@@ -241,11 +243,15 @@ void UscitaAudio::togli_musica(Musica* m)
 void UscitaAudio::collega()
 {
     if (s_->ciclo) return;
-    if (!server_raggiungibile(s_->server_noto)) {
+    // Where the server cannot be probed, a failed connection is tried again
+    // after a second at the soonest, not at every card drawn.
+    const bool appena_fallito = s_->fallito_ms >= 0 && s_->da_avvio.elapsed() - s_->fallito_ms < riprova_ms - 100;
+    if (appena_fallito || !server_raggiungibile(s_->server_noto)) {
         if (serve()) s_->riprova.start();
         return;
     }
     ++s_->generazione;
+    s_->aperta = false;
     s_->ciclo = pa_threaded_mainloop_new();
     pa_proplist* p = proprieta();
     s_->contesto = pa_context_new_with_proplist(pa_threaded_mainloop_get_api(s_->ciclo), nome, p);
@@ -285,6 +291,8 @@ void UscitaAudio::aperta(unsigned generazione)
 {
     if (generazione != s_->generazione || !s_->pronta) return;
     s_->riprova.stop();
+    s_->aperta = true;
+    s_->fallito_ms = -1;
     pa_threaded_mainloop_lock(s_->ciclo);
     if (const char* server = pa_context_get_server(s_->contesto)) s_->server_noto = server;
     pa_threaded_mainloop_unlock(s_->ciclo);
@@ -299,6 +307,7 @@ void UscitaAudio::aperta(unsigned generazione)
 void UscitaAudio::persa(unsigned generazione)
 {
     if (generazione != s_->generazione) return;
+    if (!s_->aperta) s_->fallito_ms = s_->da_avvio.elapsed();
     smonta();
     emit collegamento(false);
     if (serve()) s_->riprova.start();
