@@ -186,7 +186,7 @@ private slots:
         // is measured on the new server.
         QTest::newRow("card sound") << "carta.wav 300" << 0 << 0.02 << 0.4 << 0.005;
         QTest::newRow("a new sound cuts the old one") << "lunga.wav 300 carta.wav 1000" << 0 << 0.1 << 0.9 << 0.1;
-        QTest::newRow("a song") << "canzone 1500" << 0 << 1.0 << 10.0 << 0.05;
+        QTest::newRow("a song") << "canzone 2000" << 0 << 1.0 << 10.0 << 0.05;
         QTest::newRow("the song comes back with the server") << "canzone 6000" << 1000 << 2.0 << 10.0 << 0.05;
         QTest::newRow("the card sound comes back; quiet, no stream and no thread")
             << "carta.wav 6000 quieto carta.wav 300" << 1000 << 0.02 << 0.4 << 0.005;
