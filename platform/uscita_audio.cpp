@@ -259,6 +259,7 @@ void UscitaAudio::collega()
     pa_context_set_state_callback(s_->contesto, Stato::stato_contesto, s_.get());
     if (pa_context_connect(s_->contesto, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0 ||
         pa_threaded_mainloop_start(s_->ciclo) < 0) {
+        s_->fallito_ms = s_->da_avvio.elapsed();
         smonta();
         if (serve()) s_->riprova.start();
     }
