@@ -161,7 +161,8 @@ private slots:
         // to no work: looking for the server once a second is all.
         auto tick = [] {
             QFile stat("/proc/self/stat");
-            const QList<QByteArray> campi = stat.open(QIODevice::ReadOnly) ? stat.readAll().split(' ') : QList<QByteArray>();
+            const QList<QByteArray> campi =
+                stat.open(QIODevice::ReadOnly) ? stat.readAll().split(' ') : QList<QByteArray>();
             return campi.size() > 15 ? campi[13].toLong() + campi[14].toLong() : 0L;
         };
         const long prima = tick();
