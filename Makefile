@@ -5,9 +5,9 @@
 #   make test   installs what is missing, builds and runs every test headless
 BUILD ?= build
 JOBS ?= $(shell nproc)
-PACCHETTI = cmake g++ make pkg-config qt6-base-dev qt6-multimedia-dev libgl-dev \
-	libfluidsynth-dev timgm6mb-soundfont libsndfile1-dev libsmf-dev libbenchmark-dev \
-	fonts-liberation fonts-dejavu-core pulseaudio pulseaudio-utils \
+PACCHETTI = cmake g++ make pkg-config qt6-base-dev libgl-dev \
+	libfluidsynth-dev timgm6mb-soundfont libsndfile1-dev libsamplerate0-dev libpulse-dev \
+	libsmf-dev libbenchmark-dev fonts-liberation fonts-dejavu-core pulseaudio pulseaudio-utils \
 	qt6-wayland weston xvfb
 
 # Root installs directly; anyone else through sudo.

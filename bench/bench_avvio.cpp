@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Start-up: the main window created and loaded (the default song started),
 // the four pictures loaded, the window shown at 1920 x 1080 and the first
-// hand dealt and painted, the deal's pauses shrunk to nothing. The first
-// start of the process also loads the synthesiser's soundfont; the resident
-// memory is read right after it.
+// hand dealt and painted, the deal's pauses shrunk to nothing. The
+// synthesiser and its soundfont are loaded only once a sound server takes
+// the song, on the way and not before the first table; the resident memory
+// is read right after the first start.
 #include "banco.h"
 
 #include "platform/dialoghi.h"

@@ -84,16 +84,16 @@ install(FILES ${TAVOLATA_ICONA_SVG} DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/h
   RENAME ${TAVOLATA_ID}.svg)
 
 # The Debian package. dpkg-shlibdeps works out the libraries the program links
-# (Qt Core, Gui, Widgets and Multimedia, FluidSynth, libsndfile). Named here is
+# (Qt Core, Gui and Widgets, FluidSynth, libsndfile, libsamplerate, libpulse). Named here is
 # what it needs without linking it: a General MIDI sound font for the songs (an
 # .sf2 one, which is what the game looks for: TimGM6mb, or FluidR3 in its
 # place); the Liberation fonts that stand in for the fonts its labels and
 # panels ask for; and DejaVu, because where Liberation is the only font, the
 # desktop's default sans-serif (menus, the name box) turns out to be
-# Liberation Mono. Qt Multimedia and FluidSynth both play through a PulseAudio
-# server (PipeWire's will do); without one the game runs silently. Qt's
-# Wayland plugin lets the game run as a native window on a Wayland desktop
-# rather than through XWayland.
+# Liberation Mono. The songs and the sounds play through a PulseAudio server
+# (PipeWire's will do); without one the game runs silently. Qt's Wayland
+# plugin lets the game run as a native window on a Wayland desktop rather
+# than through XWayland.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tavolata)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})

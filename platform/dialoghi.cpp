@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/dialoghi.h"
 
+#include "platform/basic.h"
+
 #include <QApplication>
 #include <QInputDialog>
 #include <QCloseEvent>
@@ -46,7 +48,7 @@ void imposta_scala_dialoghi(double scala) { scala_dialoghi = scala; }
 
 std::string InputBox(const std::string& prompt, const std::string& titolo, const std::string& predefinito)
 {
-    registro.push_back("InputBox|" + prompt + "|" + titolo + "|" + predefinito);
+    if (basic::prova::attivo()) registro.push_back("InputBox|" + prompt + "|" + titolo + "|" + predefinito);
     if (!input_previsti.empty()) {
         std::string r = input_previsti.front();
         input_previsti.pop_front();
@@ -63,8 +65,9 @@ std::string InputBox(const std::string& prompt, const std::string& titolo, const
 
 int MsgBox(const std::string& testo, int pulsanti, int icona, const std::string& titolo, const QRect& in_vista)
 {
-    registro.push_back("MsgBox|" + testo + "|" + std::to_string(pulsanti) + "|" + std::to_string(icona) + "|" +
-                       titolo);
+    if (basic::prova::attivo())
+        registro.push_back("MsgBox|" + testo + "|" + std::to_string(pulsanti) + "|" + std::to_string(icona) + "|" +
+                           titolo);
     if (!messaggi_previsti.empty()) {
         const int r = messaggi_previsti.front();
         messaggi_previsti.pop_front();

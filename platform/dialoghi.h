@@ -34,7 +34,7 @@ namespace prova {
 void rispondi_input(const std::string& testo);
 void rispondi_messaggio(int risposta);
 // What each box asked, in order: "InputBox|prompt|title|default" or
-// "MsgBox|text|buttons|icon|title".
+// "MsgBox|text|buttons|icon|title". Kept only while the test hook is on.
 const std::vector<std::string>& richieste();
 void azzera();
 // True while any scripted answer is queued or scripting is forced on; when

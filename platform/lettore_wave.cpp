@@ -1,46 +1,55 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/lettore_wave.h"
 
-#include <QAudioDevice>
-#include <QAudioFormat>
-#include <QAudioSink>
-#include <QBuffer>
-#include <QCoreApplication>
+#include "platform/basic.h"
+#include "platform/uscita_audio.h"
+
 #include <QFile>
 #include <QHash>
-#include <QMediaDevices>
-#include <QPointer>
 
+#include <samplerate.h>
 #include <sndfile.h>
 #include <sys/stat.h>
 
 #include <cmath>
 #include <ctime>
+#include <memory>
 #include <optional>
+#include <vector>
 
 namespace piattaforma {
 
 namespace {
 
-// Samples ready for the sound device: 16-bit, interleaved.
+// Samples ready for the sound server: interleaved stereo at the output's
+// rate, and the length of the file they came from.
 struct Onda {
-    QAudioFormat formato;
-    QByteArray campioni;
-
-    long durata_ms() const
-    {
-        const int byte_al_secondo = formato.bytesForDuration(1000000);
-        return byte_al_secondo > 0 ? long(campioni.size() * 1000LL / byte_al_secondo) : 0;
-    }
+    std::shared_ptr<const std::vector<float>> campioni;
+    long durata_ms = 0;
 };
 
-QAudioFormat formato_16bit(int frequenza, int canali)
+// Any channel count and rate the file has, as the output takes it: mono on
+// both sides, the first two channels of more, resampled when the rate differs.
+Onda per_l_uscita(std::vector<float> letti, long fotogrammi, int canali, int frequenza)
 {
-    QAudioFormat f;
-    f.setSampleRate(frequenza);
-    f.setChannelCount(canali);
-    f.setSampleFormat(QAudioFormat::Int16);
-    return f;
+    auto stereo = std::make_shared<std::vector<float>>(std::size_t(fotogrammi) * 2);
+    for (long i = 0; i < fotogrammi; ++i) {
+        (*stereo)[std::size_t(2 * i)] = letti[std::size_t(i * canali)];
+        (*stereo)[std::size_t(2 * i + 1)] = letti[std::size_t(i * canali + (canali > 1 ? 1 : 0))];
+    }
+    const long durata_ms = long(fotogrammi * 1000LL / frequenza);
+    if (frequenza == UscitaAudio::frequenza) return Onda{stereo, durata_ms};
+    const double rapporto = double(UscitaAudio::frequenza) / frequenza;
+    auto ricampionata = std::make_shared<std::vector<float>>(std::size_t(std::ceil(fotogrammi * rapporto) + 1) * 2);
+    SRC_DATA d{};
+    d.data_in = stereo->data();
+    d.input_frames = fotogrammi;
+    d.data_out = ricampionata->data();
+    d.output_frames = long(ricampionata->size() / 2);
+    d.src_ratio = rapporto;
+    if (src_simple(&d, SRC_SINC_FASTEST, 2) != 0) return Onda{stereo, durata_ms};
+    ricampionata->resize(std::size_t(d.output_frames_gen) * 2);
+    return Onda{ricampionata, durata_ms};
 }
 
 std::optional<Onda> leggi_onda(const QString& percorso)
@@ -53,12 +62,9 @@ std::optional<Onda> leggi_onda(const QString& percorso)
     if (info.frames > 0 && info.channels >= 1 && info.channels <= 8 && info.samplerate >= 1000 &&
         info.samplerate <= 384000) {
         const sf_count_t fotogrammi = std::min(info.frames, piu_lunga);
-        QByteArray campioni(qsizetype(fotogrammi * info.channels * 2), Qt::Uninitialized);
-        const sf_count_t letti = sf_readf_short(file, reinterpret_cast<short*>(campioni.data()), fotogrammi);
-        if (letti > 0) {
-            campioni.resize(qsizetype(letti * info.channels * 2));
-            onda = Onda{formato_16bit(info.samplerate, info.channels), campioni};
-        }
+        std::vector<float> letti(std::size_t(fotogrammi * info.channels));
+        const sf_count_t quanti = sf_readf_float(file, letti.data(), fotogrammi);
+        if (quanti > 0) onda = per_l_uscita(std::move(letti), long(quanti), info.channels, info.samplerate);
     }
     sf_close(file);
     return onda;
@@ -103,61 +109,19 @@ std::optional<Onda> onda_del_file(const QString& percorso)
 const Onda& suono_predefinito()
 {
     static const Onda onda = [] {
-        constexpr int frequenza = 44100;
+        constexpr int frequenza = UscitaAudio::frequenza;
         constexpr int fotogrammi = frequenza * 22 / 100;
-        QByteArray campioni(fotogrammi * 2, Qt::Uninitialized);
-        auto* s = reinterpret_cast<qint16*>(campioni.data());
+        std::vector<float> campioni(fotogrammi);
         for (int i = 0; i < fotogrammi; ++i) {
             const double t = double(i) / frequenza;
             const double attacco = std::min(1.0, t / 0.004);
             const double inviluppo = attacco * std::exp(-t / 0.06);
             const double tono = std::sin(2 * M_PI * 880 * t) + 0.35 * std::sin(2 * M_PI * 1760 * t);
-            s[i] = qint16(std::lround(9000 * inviluppo * tono));
+            campioni[std::size_t(i)] = float(9000.0 / 32768 * inviluppo * tono);
         }
-        return Onda{formato_16bit(frequenza, 1), campioni};
+        return per_l_uscita(std::move(campioni), fotogrammi, 1, frequenza);
     }();
     return onda;
-}
-
-// The one channel: the sound it plays and the device stream that takes it.
-// It belongs to the application, so it goes before the sound system does.
-class Canale : public QObject {
-public:
-    using QObject::QObject;
-
-    // Returns whether a sound device took the samples.
-    bool suona(const Onda& onda)
-    {
-        ferma();
-        const QAudioDevice dispositivo = QMediaDevices::defaultAudioOutput();
-        if (dispositivo.isNull()) return false;
-        dati_.setData(onda.campioni);
-        dati_.open(QIODevice::ReadOnly);
-        uscita_ = new QAudioSink(dispositivo, onda.formato, this);
-        uscita_->start(&dati_);
-        return uscita_->error() == QAudio::NoError;
-    }
-
-private:
-    void ferma()
-    {
-        if (uscita_) {
-            uscita_->stop();
-            delete uscita_;
-            uscita_ = nullptr;
-        }
-        dati_.close();
-    }
-
-    QAudioSink* uscita_ = nullptr;
-    QBuffer dati_{this};
-};
-
-Canale* canale()
-{
-    static QPointer<Canale> c;
-    if (!c && QCoreApplication::instance()) c = new Canale(QCoreApplication::instance());
-    return c;
 }
 
 QStringList richiesti;
@@ -167,11 +131,11 @@ prova::SuonoSuonato ultimo;
 
 void PlaySound(const QString& percorso)
 {
-    richiesti << percorso;
+    if (basic::prova::attivo()) richiesti << percorso;
     const std::optional<Onda> letta = onda_del_file(percorso);
     const Onda& onda = letta ? *letta : suono_predefinito();
-    ultimo = {percorso, !letta, onda.durata_ms(), false};
-    if (Canale* c = canale()) ultimo.su_dispositivo = c->suona(onda);
+    ultimo = {percorso, !letta, onda.durata_ms, false};
+    ultimo.su_dispositivo = UscitaAudio::una().suona(onda.campioni);
 }
 
 namespace prova {

@@ -13,7 +13,8 @@ namespace piattaforma {
 void PlaySound(const QString& percorso);
 
 namespace prova {
-// Every file the game asked to play, in order (the path as given).
+// Every file the game asked to play, in order (the path as given), kept
+// only while the test hook is on.
 const QStringList& suoni_richiesti();
 void azzera_suoni();
 

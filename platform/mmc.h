@@ -3,11 +3,12 @@
 // commands ("Open"/"open", "play"/"Play", "close"), the file name, the waiting
 // switch, the start position and the Done event with a notification code.
 //
-// The songs are General MIDI files played through a software synthesizer on
-// the sound server; without any sound device the control keeps the songs'
-// time on its own clock, so songs still end and Done still arrives. File
+// A playing song keeps its time on the control's own clock, heard or not:
+// it is heard through a General MIDI synthesizer on the sound server while
+// there is one, and without one it still ends and Done still arrives. File
 // names are looked up without regard to case. A file that cannot be opened
-// makes "open" and "play" fail silently: no Done follows.
+// makes "open" and "play" fail silently: no Done follows. A file that opens
+// but holds no song plays as a second of silence.
 #pragma once
 
 #include <QObject>
@@ -15,8 +16,6 @@
 #include <QStringList>
 
 #include <memory>
-
-class QTimer;
 
 class MMControl : public QObject {
     Q_OBJECT
@@ -41,14 +40,14 @@ public:
     long Position() const;  // in milliseconds
 
     // Test visibility: the commands sent, as "close", "open <file>", "play"
-    // ("play from 0" when a start position was set).
+    // ("play from 0" when a start position was set), kept only while the
+    // test hook is on.
     QStringList registro;
 
-    // Tests: play on the control's own clock, as without any sound device,
-    // running `velocita` times faster than real time. 0 goes back to the
-    // sound device when there is one.
+    // Tests: songs keep their time running `velocita` times faster than real
+    // time, and are not heard. 0 goes back to real time on the sound server.
     static void prova_orologio(double velocita);
-    // True while a sound device takes the songs.
+    // True while a song is heard on the sound server.
     static bool suona_su_dispositivo();
 
 signals:
@@ -61,6 +60,7 @@ private:
     void suona(long da_ms);
     void chiudi();
     void controlla_fine();
+    void segui_il_suono();
     void notifica_piu_tardi(int codice);
 
     struct Impl;

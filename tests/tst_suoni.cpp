@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The wave player and the game's two sounds: what a file plays and what a
 // broken one plays instead, a sound file replaced between two plays, that
-// nothing waits without a sound device, and, on a private sound server, that
-// the sounds and a song are really heard.
+// nothing waits and nothing works without a sound server, and, on a private
+// server, that the sounds and a song are really heard, that they are heard
+// again after the server dies and comes back, and that the game lets its
+// stream and its sound thread go once it is quiet.
 #include "platform/lettore_wave.h"
 #include "platform/mmc.h"
+#include "platform/uscita_audio.h"
 #include "ui/mdGraphics.h"
 #include "ui/suoni.h"
 
+#include <QDir>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QtTest>
@@ -50,6 +54,55 @@ class TestSuoni : public QObject {
     QElapsedTimer dall_inizio_;
     QTemporaryDir casa_;  // of the private sound server
     QProcess server_, registratore_;
+    const QString pulseaudio_ = QStandardPaths::findExecutable("pulseaudio");
+    const QString parec_ = QStandardPaths::findExecutable("parec");
+    int registrazioni_ = 0;
+
+    QProcessEnvironment ambiente_server()
+    {
+        QProcessEnvironment ambiente = QProcessEnvironment::systemEnvironment();
+        ambiente.insert("XDG_RUNTIME_DIR", casa_.path());
+        ambiente.insert("HOME", casa_.path());
+        ambiente.remove("PULSE_SERVER");
+        return ambiente;
+    }
+
+    // Starts the private server, unless it runs, with its only output
+    // recorded into a file of its own (a pipe left unread would stall the
+    // recording); `registrato` is opened at the recording's end.
+    void avvia_server(QFile& registrato)
+    {
+        if (server_.state() == QProcess::NotRunning) {
+            QFile::remove(casa_.path() + "/pulse/native");
+            server_.setProcessEnvironment(ambiente_server());
+            server_.start(pulseaudio_, {"--daemonize=no", "-n", "--exit-idle-time=-1", "--disallow-exit",
+                                        "--load=module-null-sink sink_name=tavolata",
+                                        "--load=module-native-protocol-unix"});
+            QTRY_VERIFY_WITH_TIMEOUT(
+                QFile::exists(casa_.path() + "/pulse/native") || server_.state() == QProcess::NotRunning, 10000);
+            registratore_.setProcessEnvironment(ambiente_server());
+            registratore_.start(parec_, {"-d", "tavolata.monitor", "--format=s16le", "--rate=44100", "--channels=1",
+                                         "--latency-msec=20", casa_.filePath(QString::number(++registrazioni_))});
+        }
+        registrato.close();
+        registrato.setFileName(casa_.filePath(QString::number(registrazioni_)));
+        for (int attese = 0; registrato.size() < 44100 * 2 / 10; ++attese) {
+            if (attese == 200 || server_.state() == QProcess::NotRunning)
+                QSKIP("the private sound server does not record here");
+            QTest::qWait(50);
+        }
+        QVERIFY(registrato.open(QIODevice::ReadOnly) && registrato.seek(registrato.size() & ~1));
+    }
+
+    // The streams the private server plays.
+    int flussi()
+    {
+        QProcess pactl;
+        pactl.setProcessEnvironment(ambiente_server());
+        pactl.start("pactl", {"list", "short", "sink-inputs"});
+        pactl.waitForFinished(5000);
+        return int(pactl.readAllStandardOutput().count('\n'));
+    }
 
 private slots:
     void initTestCase()
@@ -93,6 +146,7 @@ private slots:
     void senza_dispositivo_nulla_attende()
     {
         imposta_cartella_programma(media);
+        const qsizetype fili = QDir("/proc/self/task").count();
         QElapsedTimer orologio;
         orologio.start();
         for (int i = 0; i < 200; ++i) (i % 2 ? suona_carta : suona_errore)();
@@ -103,65 +157,78 @@ private slots:
         lettore.Command("play");
         QVERIFY2(orologio.elapsed() < 3000, qPrintable(QString::number(orologio.elapsed())));
         QVERIFY(!MMControl::suona_su_dispositivo());
-        // The song keeps its time on its own clock.
-        QTRY_VERIFY_WITH_TIMEOUT(lettore.Position() >= 200, 3000);
+        // The song keeps its time on its own clock, with no thread and next
+        // to no work: looking for the server once a second is all.
+        auto tick = [] {
+            QFile stat("/proc/self/stat");
+            const QList<QByteArray> campi =
+                stat.open(QIODevice::ReadOnly) ? stat.readAll().split(' ') : QList<QByteArray>();
+            return campi.size() > 15 ? campi[13].toLong() + campi[14].toLong() : 0L;
+        };
+        const long prima = tick();
+        QEventLoop attesa;
+        QTimer::singleShot(3000, Qt::PreciseTimer, &attesa, &QEventLoop::quit);
+        attesa.exec();
+        QVERIFY2(tick() - prima <= 2, qPrintable(QString::number(tick() - prima)));
+        QVERIFY(lettore.Position() >= 2900);
+        QCOMPARE(QDir("/proc/self/task").count(), fili);
     }
 
     void sul_server_si_sente_data()
     {
         QTest::addColumn<QString>("passi");  // of the child: sounds, a song and pauses in milliseconds
+        QTest::addColumn<int>("riavvio_ms");  // when the server is killed and started again; 0 never
         QTest::addColumn<double>("da_secondi");
         QTest::addColumn<double>("a_secondi");
         QTest::addColumn<double>("picco");
         // The recording of a private server's output misses the first few
         // tens of milliseconds of each new stream: the short sounds are
-        // measured by what is left of them.
-        QTest::newRow("card sound") << "carta.wav 300" << 0.02 << 0.4 << 0.005;
-        QTest::newRow("a new sound cuts the old one") << "lunga.wav 300 carta.wav 1000" << 0.1 << 0.9 << 0.1;
-        QTest::newRow("a song") << "canzone 1500" << 1.0 << 10.0 << 0.05;
+        // measured by what is left of them. After a restart, what is heard
+        // is measured on the new server.
+        QTest::newRow("card sound") << "carta.wav 300" << 0 << 0.02 << 0.4 << 0.005;
+        QTest::newRow("a new sound cuts the old one") << "lunga.wav 300 carta.wav 1000" << 0 << 0.1 << 0.9 << 0.1;
+        QTest::newRow("a song") << "canzone 2000" << 0 << 1.0 << 10.0 << 0.05;
+        QTest::newRow("the song comes back with the server") << "canzone 6000" << 1000 << 2.0 << 10.0 << 0.05;
+        QTest::newRow("the card sound comes back; quiet, no stream and no thread")
+            << "carta.wav 6000 quieto carta.wav 300" << 1000 << 0.02 << 0.4 << 0.005;
     }
     void sul_server_si_sente()
     {
         QFETCH(QString, passi);
+        QFETCH(int, riavvio_ms);
         QFETCH(double, da_secondi);
         QFETCH(double, a_secondi);
         QFETCH(double, picco);
-        const QString pulseaudio = QStandardPaths::findExecutable("pulseaudio");
-        const QString parec = QStandardPaths::findExecutable("parec");
-        if (pulseaudio.isEmpty() || parec.isEmpty()) QSKIP("no pulseaudio and parec on this machine");
-        // One private server for every row, whose only output is recorded into
-        // a file (a pipe left unread would stall the recording).
-        QProcessEnvironment ambiente = QProcessEnvironment::systemEnvironment();
-        ambiente.insert("XDG_RUNTIME_DIR", casa_.path());
-        ambiente.insert("HOME", casa_.path());
-        ambiente.remove("PULSE_SERVER");
-        const QString registrazione = casa_.filePath("registrazione.raw");
-        if (server_.state() == QProcess::NotRunning) {
-            server_.setProcessEnvironment(ambiente);
-            server_.start(pulseaudio, {"--daemonize=no", "-n", "--exit-idle-time=-1", "--disallow-exit",
-                                       "--load=module-null-sink sink_name=tavolata",
-                                       "--load=module-native-protocol-unix"});
-            QTRY_VERIFY_WITH_TIMEOUT(
-                QFile::exists(casa_.path() + "/pulse/native") || server_.state() == QProcess::NotRunning, 10000);
-            registratore_.setProcessEnvironment(ambiente);
-            registratore_.start(parec, {"-d", "tavolata.monitor", "--format=s16le", "--rate=44100", "--channels=1",
-                                        "--latency-msec=20", registrazione});
-        }
-        for (int attese = 0; QFileInfo(registrazione).size() < 44100 * 2 / 10; ++attese) {
-            if (attese == 200 || server_.state() == QProcess::NotRunning)
-                QSKIP("the private sound server does not record here");
-            QTest::qWait(50);
-        }
+        if (pulseaudio_.isEmpty() || parec_.isEmpty()) QSKIP("no pulseaudio and parec on this machine");
+        QFile registrato;
+        avvia_server(registrato);
+        if (QTest::currentTestFailed() || !registrato.isOpen()) return;
 
         scrivi(casa_.filePath("lunga.wav"), tono(44100, 1, pcm16, 1.5));
+        QProcessEnvironment ambiente = ambiente_server();
         ambiente.insert("TAVOLATA_SUONO_FIGLIO", passi.replace("lunga.wav", casa_.filePath("lunga.wav")));
         ambiente.insert("QT_QPA_PLATFORM", "offscreen");
         QProcess figlio;
         figlio.setProcessEnvironment(ambiente);
         figlio.setProcessChannelMode(QProcess::MergedChannels);
-        QFile registrato(registrazione);
-        QVERIFY(registrato.open(QIODevice::ReadOnly) && registrato.seek(registrato.size() & ~1));
         figlio.start(QCoreApplication::applicationFilePath(), {"suona_per_il_padre"});
+        if (riavvio_ms > 0) {
+            // The server dies under the game and comes back: within 3 s the
+            // game has its stream again when a song is on.
+            QTest::qWait(riavvio_ms);
+            for (QProcess* p : {&registratore_, &server_}) {
+                p->kill();
+                p->waitForFinished(5000);
+            }
+            QTest::qWait(300);
+            QElapsedTimer dal_ritorno;
+            avvia_server(registrato);
+            dal_ritorno.start();
+            if (passi.startsWith("canzone")) {
+                QTRY_VERIFY_WITH_TIMEOUT(flussi() == 1, 3000);
+                qInfo("the song's stream came back %lld ms after the server", dal_ritorno.elapsed());
+            }
+        }
         QVERIFY(figlio.waitForFinished(60000));
         QVERIFY2(figlio.exitStatus() == QProcess::NormalExit && figlio.exitCode() == 0, figlio.readAll().constData());
         QTest::qWait(200);
@@ -189,16 +256,21 @@ private slots:
         if (passi.isEmpty()) QSKIP("runs only as the child of sul_server_si_sente");
         MMControl lettore;
         lettore.FileName = media + "music/brezza.mid";
+        const qsizetype fili = QDir("/proc/self/task").count();
         for (const QString& passo : passi) {
-            if (passo.toInt() > 0) {
+            if (passo == "quieto") {
+                // Nothing has played for a while: no stream, no sound thread.
+                QVERIFY(!piattaforma::UscitaAudio::una().collegata());
+                QCOMPARE(QDir("/proc/self/task").count(), fili);
+            } else if (passo.toInt() > 0) {
                 QTest::qWait(passo.toInt());
             } else if (passo == "canzone") {
                 lettore.Command("open");
                 lettore.Command("play");
-                QVERIFY(MMControl::suona_su_dispositivo() && lettore.Mode() == MMControl::mciModePlay);
+                QTRY_VERIFY(MMControl::suona_su_dispositivo() && lettore.Mode() == MMControl::mciModePlay);
             } else {
                 piattaforma::PlaySound(passo.contains('/') ? passo : media + passo);
-                QVERIFY(piattaforma::prova::ultimo_suono().su_dispositivo);
+                QTRY_VERIFY(piattaforma::UscitaAudio::una().collegata());
             }
         }
     }
