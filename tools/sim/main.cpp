@@ -3,10 +3,12 @@
 // game after every move. The game itself keeps no command line; this tool is
 // a separate program built on the same library.
 //
-//   tavolata-sim [--hands N] [--seed S] [--table WxH] [--no-noise] [--quiet]
+//   tavolata-sim [--hands N] [--seed S] [--table WxH] [--no-noise] [--quiet] [--turn-lengths]
 //
 // --table sets the size of the table in screen pixels (1024x768 by default);
 // the game draws the same table at any size, and a small one plays faster.
+// --turn-lengths adds how long the computer's turns last, in the pauses they
+// ask for, with the longest of them.
 //
 // Exit code 0 when nothing was met but the fatal ends and the quirks that the
 // game keeps on purpose, 1 after any failure, 2 for a wrong command line or
@@ -24,7 +26,7 @@
 namespace {
 void uso()
 {
-    std::fprintf(stderr, "usage: tavolata-sim [--hands N] [--seed S] [--table WxH] [--no-noise] [--quiet]\n");
+    std::fprintf(stderr, "usage: tavolata-sim [--hands N] [--seed S] [--table WxH] [--no-noise] [--quiet] [--turn-lengths]\n");
 }
 }  // namespace
 
@@ -44,6 +46,8 @@ int main(int argc, char** argv)
             opzioni.rumore = false;
         } else if (a == "--quiet") {
             opzioni.silenzioso = true;
+        } else if (a == "--turn-lengths") {
+            opzioni.lunghezze_turni = true;
         } else {
             uso();
             return 2;

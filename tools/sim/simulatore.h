@@ -22,6 +22,7 @@ struct Opzioni {
     bool controlli = true;  // the invariants after every move (off only to time the game alone)
     long guasti_massimi = 20;  // stops after this many failures
     int larghezza = 1024, altezza = 768;  // of the table, in screen pixels
+    bool lunghezze_turni = false;  // measures the computer's turns in pause units
 };
 
 struct Rapporto {
@@ -44,6 +45,7 @@ struct Rapporto {
     std::map<std::string, long> prima_mano;  // the hand in which each was first met
     std::map<std::string, long> casi;  // the game's own quirks met, by kind
     std::vector<std::string> guasti;  // everything else
+    std::string turni;  // the computer's turn lengths, when asked for
     double secondi = 0;
 
     long mani() const { return mani_chiuse + mani_interrotte; }
