@@ -56,6 +56,9 @@ extern long mani_distribuite;
 void Timer1_Timer();
 // Test hook: every pause is multiplied by this (1 in the game).
 extern double fattore_pause;
+// Test hook: told the length of every pause asked, in units of 0.6 s, before
+// it is shrunk (none in the game).
+extern void (*ascolta_pausa)(double t);
 
 // Straights: joins the number string b in front of or behind a when the
 // result follows SEQUENZA_NUMERI; returns a unchanged otherwise.

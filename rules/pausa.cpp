@@ -15,6 +15,7 @@
 #include <QTimer>
 
 double fattore_pause = 1.0;
+void (*ascolta_pausa)(double t) = nullptr;
 long mani_distribuite = 0;
 
 namespace {
@@ -43,6 +44,7 @@ void Timer1_Timer() { attesa_timer = true; }
 void pausa(double t)
 {
     const long mano = mani_distribuite;
+    if (ascolta_pausa) ascolta_pausa(t);
     attesa_timer = false;
     const long ms = basic::Int(t * 600.0 * fattore_pause);
     Timer1().setInterval(ms > 0 ? int(ms) : 0);

@@ -4,6 +4,7 @@
 // a separate program built on the same library.
 //
 //   tavolata-sim [--hands N] [--seed S] [--table WxH] [--shots DIR] [--no-noise] [--quiet] [--digest]
+//   [--turn-lengths]
 //
 // --table sets the size of the table in screen pixels (1024x768 by default);
 // the game draws the same table at any size, and a small one plays faster.
@@ -14,6 +15,8 @@
 // then run a hundred times slower than real time, so that none ends during
 // the run: a song's end comes by the clock, and the loop turns it would add
 // to the game's waits would shift the noise from run to run.
+// --turn-lengths adds how long the computer's turns last, in the pauses they
+// ask for, with the longest of them.
 //
 // Exit code 0 when nothing was met but the fatal ends and the quirks that the
 // game keeps on purpose, 1 after any failure, 2 for a wrong command line or
@@ -34,7 +37,7 @@ namespace {
 void uso()
 {
     std::fprintf(stderr, "usage: tavolata-sim [--hands N] [--seed S] [--table WxH] [--shots DIR] [--no-noise] [--quiet]"
-                         " [--digest]\n");
+                         " [--digest] [--turn-lengths]\n");
 }
 }  // namespace
 
@@ -59,6 +62,8 @@ int main(int argc, char** argv)
             opzioni.silenzioso = true;
         } else if (a == "--digest") {
             impronta = true;
+        } else if (a == "--turn-lengths") {
+            opzioni.lunghezze_turni = true;
         } else {
             uso();
             return 2;

@@ -5,6 +5,7 @@
 #include "giocatore.h"
 #include "invarianti.h"
 #include "stato.h"
+#include "turni.h"
 
 #include "human/frmJolly.h"
 #include "platform/basic.h"
@@ -27,6 +28,7 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <memory>
 #include <random>
 #include <sstream>
 #include <stdexcept>
@@ -141,6 +143,7 @@ private:
     long mani_prima_ = 0;  // the game's count of deals before the move
     bool foglio_prima_ = false;  // the score sheet was up before the move
     std::size_t richieste_lette_ = 0;
+    std::unique_ptr<MisuraTurni> misura_;
 };
 
 template <class F>
@@ -153,8 +156,10 @@ void Motore::mossa(const Azione& azione, F&& chiamata)
     giri_ = 0;
     senza_fine_ = false;
     chiusure_.clear();
+    const long mano = r_.mani() + 1;
     basic::protetto(chiamata);
     in_mossa_ = false;
+    if (misura_) misura_->fine_mossa(mano, basic::programma_terminato());
     // The table is repainted as the window would do it.
     QCoreApplication::processEvents();
     dopo_la_mossa(azione, prima);
@@ -478,6 +483,7 @@ Rapporto Motore::esegui()
     fissa_seme(opzioni_.seme);
     caso_.seed(opzioni_.seme * 2654435761u + 1);
     caso_rumore_.seed(opzioni_.seme * 2246822519u + 7);
+    if (opzioni_.lunghezze_turni) misura_ = std::make_unique<MisuraTurni>(opzioni_.seme);
 
     FrmTV& f = frmTV();
     azzera_stato();
@@ -560,6 +566,8 @@ Rapporto Motore::esegui()
     r_.impronta = impronta(r_.impronta, r_.testo());
     for (const std::string& g : r_.guasti) r_.impronta = impronta(r_.impronta, g);
     r_.secondi = orologio.elapsed() / 1000.0;
+    if (misura_) r_.turni = misura_->testo();
+    misura_.reset();
     return r_;
 }
 
@@ -658,6 +666,7 @@ std::string Rapporto::testo() const
         for (const auto& [tipo, c] : contrasto) t += " " + tipo + " " + decimale(c) + " : 1,";
         t.back() = '\n';
     }
+    t += turni;
     t += "failures: " + std::to_string(guasti.size()) + "\n";
     t += "table: " + std::to_string(larghezza) + " x " + std::to_string(altezza) + " pixels\n";
     t += "time: " + decimale(secondi) + " s, " + decimale(secondi > 0 ? mani() / secondi : 0) + " hands per second\n";

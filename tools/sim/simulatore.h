@@ -24,6 +24,7 @@ struct Opzioni {
     long guasti_massimi = 20;  // stops after this many failures
     int larghezza = 1024, altezza = 768;  // of the table, in screen pixels
     std::string foto;  // a folder: the table saved at each hand's end with its score sheet, if given
+    bool lunghezze_turni = false;  // measures the computer's turns in pause units
 };
 
 struct Rapporto {
@@ -54,6 +55,7 @@ struct Rapporto {
     // One hash of every table after every move, then of this report (its
     // time aside): two runs that give the same figure played the same games.
     std::uint64_t impronta = 0;
+    std::string turni;  // the computer's turn lengths, when asked for
     double secondi = 0;
 
     long mani() const { return mani_chiuse + mani_interrotte; }
