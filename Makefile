@@ -8,12 +8,12 @@ JOBS ?= $(shell nproc)
 PACCHETTI = cmake g++ make pkg-config qt6-base-dev libgl-dev \
 	libfluidsynth-dev timgm6mb-soundfont libsndfile1-dev libsamplerate0-dev libpulse-dev \
 	libsmf-dev libbenchmark-dev fonts-liberation fonts-dejavu-core pulseaudio pulseaudio-utils \
-	qt6-wayland weston xvfb
+	qt6-wayland weston xvfb clang-format
 
 # Root installs directly; anyone else through sudo.
 SUDO = $(if $(filter 0,$(shell id -u)),,sudo)
 
-.PHONY: deps build run test media clean
+.PHONY: deps build run test media clean format format-check
 
 deps:
 	@mancanti=$$(for p in $(PACCHETTI); do dpkg-query -W -f='$${Status}\n' $$p 2>/dev/null | grep -q 'ok installed' || echo $$p; done); \
@@ -37,8 +37,18 @@ run: deps
 	cmake --build $(BUILD) -j$(JOBS) --target tavolata
 	./$(BUILD)/tavolata
 
-test: build
+test: build format-check
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j$(JOBS)
+
+# The house style is .clang-format's: `make format` writes every C++ file in
+# it, `make format-check` (part of `make test`) fails on any file that strays.
+SORGENTI_CPP = $(shell find bench computer human packaging platform rules tests tools ui \
+	-name '*.cpp' -o -name '*.h' | sort)
+format: deps
+	clang-format -i $(SORGENTI_CPP)
+format-check: deps
+	clang-format --dry-run -Werror $(SORGENTI_CPP)
+	@echo "format-check: $(words $(SORGENTI_CPP)) files in the house style"
 
 # Regenerates the pictures, the sounds and the songs under media/.
 media: build
