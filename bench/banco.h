@@ -53,7 +53,8 @@ inline FrmTV& finestra(int w = 1920, int h = 1080)
 // Repaints of the table per iteration, as a counter of the benchmark.
 inline void conta_ridipinture(benchmark::State& st, long prima)
 {
-    st.counters["repaints"] = benchmark::Counter(double(ridipinture().quante - prima), benchmark::Counter::kAvgIterations);
+    st.counters["repaints"] =
+        benchmark::Counter(double(ridipinture().quante - prima), benchmark::Counter::kAvgIterations);
 }
 
 // "Card rustle" Yes or No, as the menu sets it.

@@ -44,8 +44,10 @@ void BM_turno_computer(benchmark::State& st)
         prova::mano_computer_da(p.mano);
         tavolo_computer.azzera();
         tavolo_umano.azzera();
-        for (std::size_t i = 0; i < p.tavolo_computer.size(); ++i) prova::combinazione_computer(int(i + 1), p.tavolo_computer[i]);
-        for (std::size_t i = 0; i < p.tavolo_umano.size(); ++i) prova::combinazione_umano(int(i + 1), p.tavolo_umano[i]);
+        for (std::size_t i = 0; i < p.tavolo_computer.size(); ++i)
+            prova::combinazione_computer(int(i + 1), p.tavolo_computer[i]);
+        for (std::size_t i = 0; i < p.tavolo_umano.size(); ++i)
+            prova::combinazione_umano(int(i + 1), p.tavolo_umano[i]);
         turno_umano = false;
         fase = "100";
         st.ResumeTiming();

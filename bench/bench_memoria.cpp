@@ -43,7 +43,8 @@ void lascia_girare(int ms)
 // prints the resident size, then the peak over one hand, in kB.
 int partita(int larghezza, int altezza, bool musica)
 {
-    const double rapporto = qEnvironmentVariableIntValue("QT_SCALE_FACTOR") > 1 ? qEnvironmentVariableIntValue("QT_SCALE_FACTOR") : 1;
+    const double rapporto =
+        qEnvironmentVariableIntValue("QT_SCALE_FACTOR") > 1 ? qEnvironmentVariableIntValue("QT_SCALE_FACTOR") : 1;
     simulazione::prepara_finestra(int(larghezza / rapporto), int(altezza / rapporto));
     FrmTV& f = frmTV();
     basic::protetto([&] { f.gioco_imposta(); });

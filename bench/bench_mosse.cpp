@@ -150,8 +150,7 @@ void BM_scartare(benchmark::State& st)
     QObject::connect(&taglio, &QTimer::timeout, [] {
         if (!turno_umano && !basic::programma_terminato()) try {
                 basic::fine_programma(0);
-            } catch (const basic::ProgrammaTerminato&) {
-            }
+            } catch (const basic::ProgrammaTerminato&) {}
     });
     taglio.start();
     for (auto _ : st) {
@@ -175,7 +174,10 @@ void BM_scartare(benchmark::State& st)
 
 BENCHMARK(BM_pescare)->ArgName("card_sound")->Arg(1)->Arg(0)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_segnare)->ArgName("card_sound")->Arg(1)->Arg(0)->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_spostare)->ArgNames({"card_sound", "to_slot"})->ArgsProduct({{1, 0}, {14, 9}})->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_spostare)
+    ->ArgNames({"card_sound", "to_slot"})
+    ->ArgsProduct({{1, 0}, {14, 9}})
+    ->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_calare)->ArgName("card_sound")->Arg(1)->Arg(0)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_attaccare)->ArgName("card_sound")->Arg(1)->Arg(0)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_scartare)->ArgName("card_sound")->Arg(1)->Arg(0)->Unit(benchmark::kMicrosecond);

@@ -10,8 +10,8 @@
 #include <vector>
 
 // Set afresh at the start of every turn of the computer.
-extern Byte carte_computer;   // cards in hand after the draw
-extern Byte jolly_computer;   // plain jollies in hand
+extern Byte carte_computer;  // cards in hand after the draw
+extern Byte jolly_computer;  // plain jollies in hand
 extern bool aperto_a_inizio;  // the computer had opened when the turn began
 
 // A row of card codes the computer puts together to try a card or a jolly in

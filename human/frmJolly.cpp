@@ -49,12 +49,12 @@ QPainterPath simbolo(int seme, double x, double y, double l)
     case 1:  // heart: two lobes and a point below
         s.addEllipse(QRectF(x, y, l / 2 + 0.5, l / 2 + 0.5));
         s.addEllipse(QRectF(cx - 0.5, y, l / 2 + 0.5, l / 2 + 0.5));
-        s.addPolygon(QPolygonF({QPointF(x + 0.3, y + l * 0.35), QPointF(x + l - 0.3, y + l * 0.35),
-                                QPointF(cx, y + l)}));
+        s.addPolygon(
+            QPolygonF({QPointF(x + 0.3, y + l * 0.35), QPointF(x + l - 0.3, y + l * 0.35), QPointF(cx, y + l)}));
         break;
     case 2:  // diamond
-        s.addPolygon(QPolygonF({QPointF(cx, y), QPointF(x + l * 0.85, y + l / 2), QPointF(cx, y + l),
-                                QPointF(x + l * 0.15, y + l / 2)}));
+        s.addPolygon(QPolygonF(
+            {QPointF(cx, y), QPointF(x + l * 0.85, y + l / 2), QPointF(cx, y + l), QPointF(x + l * 0.15, y + l / 2)}));
         break;
     case 3:  // club: three leaves and a stem
         s.addEllipse(QRectF(cx - l * 0.22, y, l * 0.44, l * 0.44));
@@ -251,10 +251,12 @@ void FrmJolly::paintEvent(QPaintEvent*)
     // finer sheet, resampled to the preview's own pixels.
     const qreal rapporto = devicePixelRatioF();
     const QSize misura = (posto_anteprima().size() * rapporto).toSize();
-    const QImage fine = rapporto > 1 ? alta_risoluzione::fine(immagine_carte, misura.height() / faccia_.height()) : QImage();
-    QImage anteprima = fine.isNull()
-                           ? immagine_carte.copy(faccia_.toRect()).scaled(misura, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-                           : alta_risoluzione::ricampiona(fine, immagine_carte.size(), faccia_, misura);
+    const QImage fine =
+        rapporto > 1 ? alta_risoluzione::fine(immagine_carte, misura.height() / faccia_.height()) : QImage();
+    QImage anteprima =
+        fine.isNull()
+            ? immagine_carte.copy(faccia_.toRect()).scaled(misura, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+            : alta_risoluzione::ricampiona(fine, immagine_carte.size(), faccia_, misura);
     // The faces are drawn for the felt, which fills their rounded corners
     // and bleeds into the next pixels once they are shrunk: on the grey
     // dialog the corners are cut away, a little rounder than the card's.

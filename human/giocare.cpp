@@ -71,8 +71,7 @@ void aggiungi(Tavolo& tavolo, Long k, bool del_umano)
     while (p <= 13 && tavolo(k, p) != 0) ++p;
     const Byte c = carta_selezionata;
     switch (dove_si_aggancia(c, tavolo, k, p - 1)) {
-    case Aggancio::in_fondo:
-        break;
+    case Aggancio::in_fondo: break;
     case Aggancio::davanti:
         for (long i = p; i >= 2; --i) tavolo(k, i) = tavolo(k, i - 1);
         tavolo(k, 1) = c;

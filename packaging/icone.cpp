@@ -42,7 +42,8 @@ int main(int argc, char** argv)
             std::fprintf(stderr, "cannot make %s/%s\n", qPrintable(cartella), qPrintable(dimensione));
             return 1;
         }
-        const QString file = cartella + QLatin1Char('/') + dimensione + QLatin1Char('/') + nome + QStringLiteral(".png");
+        const QString file =
+            cartella + QLatin1Char('/') + dimensione + QLatin1Char('/') + nome + QStringLiteral(".png");
         if (!immagine.convertToFormat(QImage::Format_ARGB32).save(file, "PNG")) {
             std::fprintf(stderr, "cannot write %s\n", qPrintable(file));
             return 1;

@@ -54,9 +54,11 @@ class Intero {
 public:
     constexpr Intero() = default;
     template <class I, class = std::enable_if_t<std::is_integral_v<I>>>
-    constexpr Intero(I valore) : v_(restringi(static_cast<long long>(valore))) {}
+    constexpr Intero(I valore) : v_(restringi(static_cast<long long>(valore)))
+    {}
     template <class I, class = std::enable_if_t<std::is_integral_v<I>>>
-    Intero(Intero<I> altro) : v_(restringi(static_cast<long>(altro))) {}
+    Intero(Intero<I> altro) : v_(restringi(static_cast<long>(altro)))
+    {}
     // A fraction must be rounded explicitly (CInt / CByte) before it is stored.
     Intero(double) = delete;
     Intero(float) = delete;
@@ -210,8 +212,7 @@ void protetto(F&& gestore) noexcept
         } catch (...) {
             errore_fatale(ErroreRuntime(51));
         }
-    } catch (const ProgrammaTerminato&) {
-    }
+    } catch (const ProgrammaTerminato&) {}
 }
 
 // Called by the game's own waits: unwinds once the program has ended.

@@ -4,8 +4,8 @@
 #include "platform/basic.h"
 
 #include <QApplication>
-#include <QInputDialog>
 #include <QCloseEvent>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QScreen>
@@ -108,7 +108,7 @@ int MsgBox(const std::string& testo, int pulsanti, int icona, const std::string&
     Domanda box(QApplication::activeWindow());
     box.setWindowTitle(titolo.empty() ? QStringLiteral("Tavolata") : QString::fromStdString(titolo));
     box.setText(QString::fromStdString(testo));
-    box.setIcon(icona == vbCritical ? QMessageBox::Critical
+    box.setIcon(icona == vbCritical   ? QMessageBox::Critical
                 : icona == vbQuestion ? QMessageBox::Question
                                       : QMessageBox::NoIcon);
     box.in_vista = in_vista;

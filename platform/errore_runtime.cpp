@@ -75,10 +75,9 @@ void errore_fatale(const ErroreRuntime& e)
     }
     in_chiusura = true;
     if (qApp) {
-        QMessageBox::critical(nullptr, QStringLiteral("Tavolata"),
-                              QStringLiteral("Run-time error '%1':\n\n%2")
-                                  .arg(e.numero())
-                                  .arg(QString::fromStdString(e.testo())));
+        QMessageBox::critical(
+            nullptr, QStringLiteral("Tavolata"),
+            QStringLiteral("Run-time error '%1':\n\n%2").arg(e.numero()).arg(QString::fromStdString(e.testo())));
     }
     fine_programma(e.numero() & 0xff ? e.numero() & 0xff : 1);
 }

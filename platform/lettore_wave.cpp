@@ -82,7 +82,7 @@ std::optional<Onda> onda_del_file(const QString& percorso)
         std::optional<Onda> onda;
     };
     static QHash<QString, Letta> lette;
-    struct stat stato{};
+    struct stat stato {};
     if (::stat(QFile::encodeName(percorso).constData(), &stato) != 0 || !S_ISREG(stato.st_mode)) {
         lette.remove(percorso);
         return std::nullopt;

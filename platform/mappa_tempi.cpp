@@ -109,4 +109,3 @@ std::optional<MappaTempi> leggi_mappa_tempi(const QByteArray& dati)
     if (m.cambi.size() > 1 && m.cambi[1].first == 0) m.cambi.erase(m.cambi.begin());
     return m;
 }
-

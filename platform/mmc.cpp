@@ -352,5 +352,6 @@ void MMControl::segui_il_suono()
 
 void MMControl::notifica_piu_tardi(int codice)
 {
-    QMetaObject::invokeMethod(this, [this, codice] { emit Done(codice); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this, codice] { emit Done(codice); }, Qt::QueuedConnection);
 }

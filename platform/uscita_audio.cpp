@@ -118,16 +118,17 @@ void UscitaAudio::Stato::stato_contesto(pa_context* c, void* dati)
         attesa.maxlength = attesa.prebuf = attesa.minreq = attesa.fragsize = std::uint32_t(-1);
         attesa.tlength = std::uint32_t(pa_usec_to_bytes(anticipo_us, &formato));
         if (pa_stream_connect_playback(s->flusso, nullptr, &attesa, PA_STREAM_ADJUST_LATENCY, nullptr, nullptr) < 0)
-            QMetaObject::invokeMethod(s->uscita, [s, g] { s->uscita->persa(g); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                s->uscita, [s, g] { s->uscita->persa(g); }, Qt::QueuedConnection);
         break;
     }
     case PA_CONTEXT_FAILED:
     case PA_CONTEXT_TERMINATED:
         s->pronta = false;
-        QMetaObject::invokeMethod(s->uscita, [s, g] { s->uscita->persa(g); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            s->uscita, [s, g] { s->uscita->persa(g); }, Qt::QueuedConnection);
         break;
-    default:
-        break;
+    default: break;
     }
 }
 
@@ -138,15 +139,16 @@ void UscitaAudio::Stato::stato_flusso(pa_stream* f, void* dati)
     switch (pa_stream_get_state(f)) {
     case PA_STREAM_READY:
         s->pronta = true;
-        QMetaObject::invokeMethod(s->uscita, [s, g] { s->uscita->aperta(g); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            s->uscita, [s, g] { s->uscita->aperta(g); }, Qt::QueuedConnection);
         break;
     case PA_STREAM_FAILED:
     case PA_STREAM_TERMINATED:
         s->pronta = false;
-        QMetaObject::invokeMethod(s->uscita, [s, g] { s->uscita->persa(g); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            s->uscita, [s, g] { s->uscita->persa(g); }, Qt::QueuedConnection);
         break;
-    default:
-        break;
+    default: break;
     }
 }
 
@@ -160,8 +162,10 @@ void UscitaAudio::Stato::scrivi(pa_stream* f, std::size_t byte, void* dati)
     const int fotogrammi = int(byte / (2 * sizeof(float)));
     {
         std::lock_guard<std::mutex> fermo(s->miscela);
-        if (s->musica) s->musica->rendi(campioni, fotogrammi);
-        else std::fill(campioni, campioni + 2 * fotogrammi, 0.f);
+        if (s->musica)
+            s->musica->rendi(campioni, fotogrammi);
+        else
+            std::fill(campioni, campioni + 2 * fotogrammi, 0.f);
         if (s->onda) {
             const std::vector<float>& onda = *s->onda;
             const std::size_t n = std::min<std::size_t>(onda.size() - s->posizione, std::size_t(2 * fotogrammi));
@@ -191,8 +195,10 @@ UscitaAudio::UscitaAudio() : s_(std::make_unique<Stato>())
     s_->da_avvio.start();
     s_->riprova.setInterval(riprova_ms);
     connect(&s_->riprova, &QTimer::timeout, this, [this] {
-        if (!serve()) s_->riprova.stop();
-        else if (!s_->ciclo) collega();
+        if (!serve())
+            s_->riprova.stop();
+        else if (!s_->ciclo)
+            collega();
     });
     s_->chiusura.setSingleShot(true);
     connect(&s_->chiusura, &QTimer::timeout, this, &UscitaAudio::controlla_se_serve);

@@ -29,9 +29,9 @@ void FrmTV::MostraPunteggio(Byte chi)
 
     if (punti(chi) >= 101) {
         // The question opens beside the sheet: both totals stay in view.
-        const int risposta = piattaforma::MsgBox(nomi(chi) + " lost.\nDo you want to play again ?",
-                                                 piattaforma::vbYesNo, piattaforma::vbQuestion, "",
-                                                 foglio_punti::sul_schermo(*this));
+        const int risposta =
+            piattaforma::MsgBox(nomi(chi) + " lost.\nDo you want to play again ?", piattaforma::vbYesNo,
+                                piattaforma::vbQuestion, "", foglio_punti::sul_schermo(*this));
         if (risposta == piattaforma::vbYes) {
             punti(1) = 0;
             punti(2) = 0;

@@ -14,7 +14,8 @@
 namespace {
 const QString media = QStringLiteral(TAVOLATA_SORGENTE "/media");
 // The human's first hand cell, and the king of spades in the classic sheet and in the finer one.
-const QRectF cella(8, 656, 72, 96), re_di_picche(8 * 71, 5 * 96, 71, 96), re_di_picche_fine(re_di_picche.topLeft() * 4, re_di_picche.size() * 4);
+const QRectF cella(8, 656, 72, 96), re_di_picche(8 * 71, 5 * 96, 71, 96),
+    re_di_picche_fine(re_di_picche.topLeft() * 4, re_di_picche.size() * 4);
 
 // The first hand cell on a table of `scala` device pixels per unit, the card
 // drawn from part `parte` of `figura`.
@@ -74,15 +75,18 @@ private slots:
         QTemporaryDir cartella;
         for (const char* f : {"totale.bmp", "totale@4x.png", "SfondoTV2.jpg", "dorso.bmp", "dorsorosso.bmp"})
             QVERIFY(QFile::copy(media + "/" + f, cartella.filePath(QString::fromLatin1(f))));
-        if (guasto == "replaced") QVERIFY(QImage(media + "/totale.bmp").mirrored().save(cartella.filePath("totale.bmp")));
+        if (guasto == "replaced")
+            QVERIFY(QImage(media + "/totale.bmp").mirrored().save(cartella.filePath("totale.bmp")));
         if (guasto == "damaged") QVERIFY(QFile::resize(cartella.filePath("totale@4x.png"), 100000));
         if (guasto == "missing") QVERIFY(QFile::remove(cartella.filePath("totale@4x.png")));
         imposta_cartella_programma(cartella.path());
         QCOMPARE(carica_immagini(), 0L);
         const QImage mostrata = carta_disegnata(immagine_carte, re_di_picche, scala);
-        const double da_fine = distanza(mostrata, carta_disegnata(QImage(media + "/totale@4x.png"), re_di_picche_fine, scala));
+        const double da_fine =
+            distanza(mostrata, carta_disegnata(QImage(media + "/totale@4x.png"), re_di_picche_fine, scala));
         const double da_classica = distanza(mostrata, carta_disegnata(immagine_carte.copy(), re_di_picche, scala));
-        QVERIFY2((da_fine < da_classica) == dalla_fine, qPrintable(QStringLiteral("finer %1, classic %2").arg(da_fine).arg(da_classica)));
+        QVERIFY2((da_fine < da_classica) == dalla_fine,
+                 qPrintable(QStringLiteral("finer %1, classic %2").arg(da_fine).arg(da_classica)));
     }
 };
 

@@ -32,6 +32,7 @@ private slots:
         QTest::addColumn<Espressione>("espressione");
         QTest::addColumn<QString>("risultato");
         const auto riga = [](const char* nome, Espressione e, const char* r) { QTest::newRow(nome) << e << r; };
+        // clang-format off
         riga("1-based table keeps both ends", [] { T1 t; t(1) = 1; t(82) = 2; return n(t(1)) + n(t(82)); }, "12");
         riga("1-based table, index 0", [] { T1 t; return n(t(0)); }, "error 9");
         riga("1-based table, index 83", [] { T1 t; return n(t(83)); }, "error 9");
@@ -58,6 +59,7 @@ private slots:
         riga("CInt of 32767.5 overflows", [] { return n(CInt(32767.5)); }, "error 6");
         riga("Str of 7 has a leading blank", [] { return Str(7); }, " 7");
         riga("Val stops at a letter", [] { return n(Val(" 7x")); }, "7");
+        // clang-format on
     }
     void espressioni()
     {

@@ -150,8 +150,8 @@ private slots:
         r("attach: a standing jolly goes on a set, not on a straight", "proprie",
           "*10S *5S 2D / c1:9S 8S 7S | c2:5H 5D 5C", 0, "2D . *10S / c1:9S 8S 7S | c2:5H 5D 5C *5S");
         r("attach: a plain jolly goes nowhere", "proprie", "J1 2D 4H / c1:9S 8S 7S | c2:5H 5D 5C", 0, "2D 4H J1");
-        r("attach: the scan stops at the first free combination", "proprie",
-          "6S 5S' 2D / c2:9S 8S 7S | c3:5H 5D 5C", 0, "2D 5S' 6S");
+        r("attach: the scan stops at the first free combination", "proprie", "6S 5S' 2D / c2:9S 8S 7S | c3:5H 5D 5C", 0,
+          "2D 5S' 6S");
         r("attach: a straight, then a set, in one call", "proprie", "9C 5C 3D 2H / c1:QC JC 10C | c2:5H 5D 5S", 1,
           "2H 3D / c1:QC JC 10C 9C | c2:5H 5D 5S 5C");
         r("attach to the human: the 6 below, then the 10 above", "avversario",

@@ -54,7 +54,11 @@ void t(const char* nome, const char* prima, const char* tallone, const char* esi
 class TestComputerTurno : public QObject {
     Q_OBJECT
 private slots:
-    void init() { prova::finestra(); nomi(1) = "Anna"; }
+    void init()
+    {
+        prova::finestra();
+        nomi(1) = "Anna";
+    }
     void cleanup() { frmTV().picture_score->hide(); }
 
     // The human holds J1 AS KD 5H, worth 51, in every row.
@@ -82,13 +86,13 @@ private slots:
           " / c1:KH' KD' KC' KS' | c2:8H 7H 6H 5H | p:4C");
         t("the third king from a jolly is not laid", "3H 7H JH 4D 9D KD 6S 10S KS 2C 5C 8C J1'", "QC", "handed back",
           ". 3H 4D 5C 6S 7H 8C 9D 10S JH QC KS KD J1 / p:2C");
-        t("not opened: the human's jolly stays", "3H 7H JH 5D' 9D KD 6S 10S 2C 5C 8C 4S 2S / u1:*5D 4D 3D | p:AC",
-          "QC", "handed back", ". 2C 3H 4S 5C 5D' 6S 7H 8C 9D 10S JH QC KD / u1:*5D 4D 3D | p:AC 2S");
+        t("not opened: the human's jolly stays", "3H 7H JH 5D' 9D KD 6S 10S 2C 5C 8C 4S 2S / u1:*5D 4D 3D | p:AC", "QC",
+          "handed back", ". 2C 3H 4S 5C 5D' 6S 7H 8C 9D 10S JH QC KD / u1:*5D 4D 3D | p:AC 2S");
         t("opened: the human's jolly is taken",
           "3H 7H JH 5D' 9D KD 6S 10S 2C 5C 8C 4S 2S / u1:*5D 4D 3D | c1:KH' KD' KC' KS' | p:AC", "QC", "handed back",
           ". 3H 4S 7H 8C 9D 10S JH QC KD . . . J1 / u1:5D' 4D 3D | c1:KH' KD' KC' KS' | c2:*5H 5C *5S | p:AC 2S");
-        t("opened, a pile of one card: taken without an error", "9H 9C 2D 4S 6H 8D / c1:KH' KD' KC' KS' | p:9S", "AS 6C",
-          "handed back", ". 4S 6H 8D 9S 9C 9H / c1:KH' KD' KC' KS' | p:2D");
+        t("opened, a pile of one card: taken without an error", "9H 9C 2D 4S 6H 8D / c1:KH' KD' KC' KS' | p:9S",
+          "AS 6C", "handed back", ". 4S 6H 8D 9S 9C 9H / c1:KH' KD' KC' KS' | p:2D");
         // The jolly made the king of hearts beside KD KS is swapped for the
         // human's *KH, the very same code, and comes back plain: a round with
         // nothing new must end the laying.
@@ -115,13 +119,12 @@ private slots:
         int errore = 0;
         try {
             errore = prova::errore_di(turno_computer);
-        } catch (const basic::ProgrammaTerminato&) {
-        }
-        const QString visto = errore                                ? QString("error %1").arg(errore)
-                              : basic::programma_terminato()        ? QString("never ends")
+        } catch (const basic::ProgrammaTerminato&) {}
+        const QString visto = errore                               ? QString("error %1").arg(errore)
+                              : basic::programma_terminato()       ? QString("never ends")
                               : frmTV().picture_score->isVisible() ? QString("closed, %1 charged").arg(long(punti(1)))
-                              : turno_umano                         ? QString("handed back")
-                                                                    : QString("kept");
+                              : turno_umano                        ? QString("handed back")
+                                                                   : QString("kept");
         QCOMPARE(visto, esito);
         QCOMPARE(posizione(), dopo);
         if (!errore) QVERIFY(tavolo_mostrato());

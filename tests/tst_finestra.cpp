@@ -21,6 +21,7 @@ private slots:
     {
         QTest::addColumn<QString>("comandi");  // + - rustle Yes/No, E I N menus, T press on the table, P on the panel
         QTest::addColumn<QString>("visto");
+        // clang-format off
         QTest::newRow("rustle No") << "-" << "No";
         QTest::newRow("rustle Yes twice stays Yes") << "-++" << "Yes";
         QTest::newRow("English") << "E" << "Yes E";
@@ -31,6 +32,7 @@ private slots:
         QTest::newRow("English hides Info") << "NE" << "Yes E";
         QTest::newRow("a press on the table hides all") << "ET" << "Yes";
         QTest::newRow("a click on the rules closes them") << "EP" << "Yes";
+        // clang-format on
     }
     void comandi()
     {

@@ -29,21 +29,23 @@ private slots:
         };
         fissa_seme(1);
         frmTV().mescola();
-        QCOMPARE(dal_mazzo(1),
-                 std::string("7S J2' JD' 8S' AH AD 7C 3D KD 10H 4S 8D 3S QC 6D' 9S' 5H' QC' 8C 8D' 3H' 10D 9S 2S' QD "
-                             "3H 4H' 6S' JS 7H' 8S 9D 5C' 7C' QS' JH 2H' AS' 4S' 10C' 5H 4C 6D 7H JH' JS' 6S 6C 9C JC' "
-                             "2H 4H 2C' AD' J1' 5D' AC' 5C 10S 6C' JD QH 8H QS 5S' KH 2D 7D' 7S' 3C J2 10H' 6H 8H' 9H' "
-                             "KH' 9D' 10S' 3C' 3S' 8C' 2S 5D 4D' AS 2D' QD' 3D' KC 4C' 4D 10C 10D' 6H' KS AH' AC KC' 2C "
-                             "J1 QH' 9H KD' JC 7D 9C' 5S KS'"));
+        QCOMPARE(
+            dal_mazzo(1),
+            std::string("7S J2' JD' 8S' AH AD 7C 3D KD 10H 4S 8D 3S QC 6D' 9S' 5H' QC' 8C 8D' 3H' 10D 9S 2S' QD "
+                        "3H 4H' 6S' JS 7H' 8S 9D 5C' 7C' QS' JH 2H' AS' 4S' 10C' 5H 4C 6D 7H JH' JS' 6S 6C 9C JC' "
+                        "2H 4H 2C' AD' J1' 5D' AC' 5C 10S 6C' JD QH 8H QS 5S' KH 2D 7D' 7S' 3C J2 10H' 6H 8H' 9H' "
+                        "KH' 9D' 10S' 3C' 3S' 8C' 2S 5D 4D' AS 2D' QD' 3D' KC 4C' 4D 10C 10D' 6H' KS AH' AC KC' 2C "
+                        "J1 QH' 9H KD' JC 7D 9C' 5S KS'"));
         // The 81 cards of the stock, gone through the pile, become the stock again.
         for (long i = 1; i <= 81; ++i) pozzo(i) = mazzo(i + 27);
         pozzo(82) = 0;
         frmTV().Rimescola();
-        QCOMPARE(dal_mazzo(28),
-                 std::string("10C 5C 6C 5S 7C' 9D' 10C' KS JH' 9H' QH 3C' 5D' 2H AS KH' KC KC' 7H' QH' 6S' AD' 9C 5D KH "
-                             "QS AC' 10S 6S JD JS 6C' J2 AS' 10S' 8H' 8H 5H 4D' 7H JC' JS' 10D' J1 JC 9H 2S 3C 4H 10H' "
-                             "6D 3D' 8S 4D 5C' 6H' 3S' KS' 4C 2C AC AH' 2C' 4S' KD' 2H' 2D 7D' J1' QD' 7S' 9D JH 8C' "
-                             "2D' 7D 4C' 6H 5S' QS' 9C'"));
+        QCOMPARE(
+            dal_mazzo(28),
+            std::string("10C 5C 6C 5S 7C' 9D' 10C' KS JH' 9H' QH 3C' 5D' 2H AS KH' KC KC' 7H' QH' 6S' AD' 9C 5D KH "
+                        "QS AC' 10S 6S JD JS 6C' J2 AS' 10S' 8H' 8H 5H 4D' 7H JC' JS' 10D' J1 JC 9H 2S 3C 4H 10H' "
+                        "6D 3D' 8S 4D 5C' 6H' 3S' KS' 4C 2C AC AH' 2C' 4S' KD' 2H' 2D 7D' J1' QD' 7S' 9D JH 8C' "
+                        "2D' 7D 4C' 6H 5S' QS' 9C'"));
     }
 
     // "New game": 13 cards each from the top of the shuffled pack, the 27th

@@ -124,9 +124,9 @@ private slots:
     {
         QTest::addColumn<QString>("file");
         QTest::addColumn<int>("magia");  // header bytes
-        const std::pair<const char*, int> file[] = {{"totale.bmp", 54}, {"SfondoTV2.jpg", 20},  {"dorso.bmp", 54},
-                                                    {"dorsorosso.bmp", 54}, {"carta.wav", 44}, {"errore.wav", 44},
-                                                    {"music/Brezza.mid", 22}, {"music/Lastday.mid", 22}};
+        const std::pair<const char*, int> file[] = {
+            {"totale.bmp", 54}, {"SfondoTV2.jpg", 20}, {"dorso.bmp", 54},        {"dorsorosso.bmp", 54},
+            {"carta.wav", 44},  {"errore.wav", 44},    {"music/Brezza.mid", 22}, {"music/Lastday.mid", 22}};
         for (const auto& [nome, magia] : file) QTest::newRow(nome) << QString::fromLatin1(nome) << magia;
     }
     void ogni_file_guasto()
@@ -175,14 +175,18 @@ private slots:
                 // file that stopped the pictures is named.
                 const bool illeggibile = danno == Danno::vuoto || danno == Danno::troncato;
                 QVERIFY2(esito == 0 || esito == 53 || esito == 481, qPrintable(detto));
-                QVERIFY2(!(illeggibile || danno == Danno::manca) || esito == (danno == Danno::manca ? 53 : 481), qPrintable(detto));
-                const QString atteso = "tavolata: " + percorso + (esito == 53 ? ": picture missing" : ": picture cannot be read");
+                QVERIFY2(!(illeggibile || danno == Danno::manca) || esito == (danno == Danno::manca ? 53 : 481),
+                         qPrintable(detto));
+                const QString atteso =
+                    "tavolata: " + percorso + (esito == 53 ? ": picture missing" : ": picture cannot be read");
                 QVERIFY2(esito == 0 ? avvisi.isEmpty() : avvisi == QStringList{atteso}, qPrintable(detto));
                 // The grid stays unset, and the draw that needs the picture that failed fails with 91.
                 const bool dorso = file.startsWith("dorso");
                 const int errore = prova::errore_di([&] {
-                    if (file.startsWith("Sfondo")) cancella_carta(f.tela, 3, 41);
-                    else disegna_carta(f.tela, 3, dorso ? 1 : 41, file.startsWith("dorsor") ? 66 : 12, dorso, 0);
+                    if (file.startsWith("Sfondo"))
+                        cancella_carta(f.tela, 3, 41);
+                    else
+                        disegna_carta(f.tela, 3, dorso ? 1 : 41, file.startsWith("dorsor") ? 66 : 12, dorso, 0);
                 });
                 QVERIFY2((righe_tavolo == 0 && errore == 91) == (esito != 0),
                          qPrintable(caso + QString(": error %1 on drawing").arg(errore)));

@@ -109,8 +109,11 @@ private slots:
         QTest::addColumn<QString>("passi");
         QTest::addColumn<QString>("segni");
         QTest::addColumn<QString>("registro");
+        // clang-format off
         QTest::newRow("at start-up Brezza plays alone") << "" << "9" << "close | open 9.mid | play";
+        // clang-format on
         for (int i = 1; i <= 10; ++i)
+            // clang-format off
             QTest::addRow("song %d chosen in sequential mode plays alone", i)
                 << QStringLiteral("S %1").arg(i) << QString::number(i)
                 << QStringLiteral("close | open %1.MID | play").arg(i);
@@ -132,6 +135,7 @@ private slots:
             << "G2 2 E" << "2" << "open 2.MID | play | play from 0";
         QTest::newRow("no music closes the player and nothing restarts")
             << "S N W" << "N" << "open 1.mid | play | close";
+        // clang-format on
     }
     void il_menu_musica()
     {
@@ -148,13 +152,20 @@ private slots:
         QSignalSpy spia(f().MMC1, &MMControl::Done);
         for (const QString& passo : passi.split(' ', Qt::SkipEmptyParts)) {
             spia.clear();
-            if (passo == "-10") f().canzoni(10) = nullptr;
-            else if (passo == "G2") QVERIFY(QFile(seconda).open(QIODevice::WriteOnly | QIODevice::Truncate));
-            else if (passo == "S") f().all->trigger();
-            else if (passo == "N") f().nomusic->trigger();
-            else if (passo == "E") QVERIFY(arrivato(spia, MMControl::mciSuccessful, 5000));
-            else if (passo == "W") QTest::qWait(200);
-            else f().canzoni(passo.toInt())->trigger();
+            if (passo == "-10")
+                f().canzoni(10) = nullptr;
+            else if (passo == "G2")
+                QVERIFY(QFile(seconda).open(QIODevice::WriteOnly | QIODevice::Truncate));
+            else if (passo == "S")
+                f().all->trigger();
+            else if (passo == "N")
+                f().nomusic->trigger();
+            else if (passo == "E")
+                QVERIFY(arrivato(spia, MMControl::mciSuccessful, 5000));
+            else if (passo == "W")
+                QTest::qWait(200);
+            else
+                f().canzoni(passo.toInt())->trigger();
         }
         // Only a song played to its end moves the menu on.
         const qsizetype comandi_prima = f().MMC1->registro.size();

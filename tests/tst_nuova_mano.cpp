@@ -47,10 +47,12 @@ private slots:
         QVERIFY(!spia.isActive() && !basic::programma_terminato());
         for (long i = 1; i <= 13; ++i) QVERIFY(mano_umano(i) == mazzo(i) && mano_computer(i) == mazzo(i + 13));
         QVERIFY(mano_umano(14) == 0 && mano_computer(14) == 0 && tallone == 27 && fase == "000" && turno_umano);
-        QCOMPARE(QString::fromStdString(prova::tavoli_come_testo()), QString::fromStdString("p:" + prova::nome_carta(mazzo(27))));
+        QCOMPARE(QString::fromStdString(prova::tavoli_come_testo()),
+                 QString::fromStdString("p:" + prova::nome_carta(mazzo(27))));
         // The canvas shows that hand, and nothing was drawn after its deal.
         QVERIFY(prova::mano_mostrata(false) && prova::mano_mostrata(true) && prova::cella_mostra(1, 18, 0));
-        QVERIFY(prova::cella_mostra(13, 21, mazzo(27)) && prova::cella_mostra(14, 21, mazzo(28), true) && prova::cella_mostra(1, 24, 0));
+        QVERIFY(prova::cella_mostra(13, 21, mazzo(27)) && prova::cella_mostra(14, 21, mazzo(28), true) &&
+                prova::cella_mostra(1, 24, 0));
         QCOMPARE(prova::quanti_suoni("carta.wav"), 14);
     }
 
@@ -60,9 +62,9 @@ private slots:
         prova::pozzo_da("9S");
         disegna_carta(frmTV().tela, 13, 21, prova::carta("9S"), false, 0);
         pesca_pozzo_computer();
-        QCOMPARE(QString::fromStdString(prova::mano_computer_come_testo() + " |" + prova::pozzo_come_testo()), "2C 9S |");
+        QCOMPARE(QString::fromStdString(prova::mano_computer_come_testo() + " |" + prova::pozzo_come_testo()),
+                 "2C 9S |");
         QVERIFY(prova::cella_mostra(2, 1, prova::carta("9S"), true) && prova::cella_mostra(13, 21, 0));
-
     }
 };
 

@@ -16,7 +16,11 @@
 class TestPunteggio : public QObject {
     Q_OBJECT
 private slots:
-    void init() { prova::finestra(); nomi(1) = "Anna"; }
+    void init()
+    {
+        prova::finestra();
+        nomi(1) = "Anna";
+    }
     void cleanup()
     {
         basic::prova::azzera();
@@ -98,12 +102,14 @@ private slots:
         QTest::addColumn<int>("prima");
         QTest::addColumn<int>("risposta");  // scripted, or the key tried on the real box
         QTest::addColumn<QString>("domanda");  // the question asked, if any
-        QTest::addColumn<QString>("esito");    // the totals, the stock, the sheet after it; or "end"
+        QTest::addColumn<QString>("esito");  // the totals, the stock, the sheet after it; or "end"
         const QString anna = QStringLiteral("MsgBox|Anna lost.\nDo you want to play again ?|4|32|");
         // The computer has no name: its defeat reads " lost.".
+        // clang-format off
         QTest::newRow("100 is not the end") << 2 << 89 << int(piattaforma::vbNo) << "" << "0 100, stock 0, sheet";
         QTest::newRow("exactly 101 is, No ends the program")
             << 2 << 90 << int(piattaforma::vbNo) << "MsgBox| lost.\nDo you want to play again ?|4|32|" << "end";
+        // clang-format on
         // After Yes, a new hand at once, begun by whoever began the one just
         // finished (were it the computer, it would have drawn: stock 28).
         QTest::newRow("Yes: a new game, same starter") << 1 << 90 << int(piattaforma::vbYes) << anna << "0 0, stock 27";

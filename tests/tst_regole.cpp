@@ -39,6 +39,7 @@ private slots:
         QTest::addColumn<QString>("a");
         QTest::addColumn<QString>("b");
         QTest::addColumn<QString>("risultato");
+        // clang-format off
         QTest::newRow("below the lowest") << " 7 6 5" << " 4" << " 7 6 5 4";
         QTest::newRow("above the highest") << " 7 6 5" << " 8" << " 8 7 6 5";
         QTest::newRow("a gap") << " 7 6 5" << " 9" << " 7 6 5";
@@ -50,6 +51,7 @@ private slots:
         QTest::newRow("lone ace, then two") << " 1" << " 2" << " 2 1";
         QTest::newRow("second ace under a full straight")
             << " 1 13 12 11 10 9 8 7 6 5 4 3 2" << " 1" << " 1 13 12 11 10 9 8 7 6 5 4 3 2 1";
+        // clang-format on
     }
     void unisci_sequenza()
     {

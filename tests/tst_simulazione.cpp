@@ -58,8 +58,9 @@ private slots:
         if (rumore && o.mani >= 200) {
             QVERIFY(r.disturbi.count("press while the computer plays"));
             // A new hand dealt over every kind of wait, each followed by the checks of a fresh hand.
-            for (const char* nuova : {"New game (while the computer plays)", "New game (during the deal)",
-                                      "New game (during the player's move)", "click on the score sheet (while the computer plays)"})
+            for (const char* nuova :
+                 {"New game (while the computer plays)", "New game (during the deal)",
+                  "New game (during the player's move)", "click on the score sheet (while the computer plays)"})
                 QVERIFY2(r.disturbi.count(nuova), nuova);
             QVERIFY(r.dialoghi.count("closed with Escape"));
             QVERIFY(r.dialoghi.count("closed by the close box"));

@@ -75,9 +75,9 @@ class TestSuoni : public QObject {
         if (server_.state() == QProcess::NotRunning) {
             QFile::remove(casa_.path() + "/pulse/native");
             server_.setProcessEnvironment(ambiente_server());
-            server_.start(pulseaudio_, {"--daemonize=no", "-n", "--exit-idle-time=-1", "--disallow-exit",
-                                        "--load=module-null-sink sink_name=tavolata",
-                                        "--load=module-native-protocol-unix"});
+            server_.start(pulseaudio_,
+                          {"--daemonize=no", "-n", "--exit-idle-time=-1", "--disallow-exit",
+                           "--load=module-null-sink sink_name=tavolata", "--load=module-native-protocol-unix"});
             QTRY_VERIFY_WITH_TIMEOUT(
                 QFile::exists(casa_.path() + "/pulse/native") || server_.state() == QProcess::NotRunning, 10000);
             registratore_.setProcessEnvironment(ambiente_server());
@@ -123,11 +123,13 @@ private slots:
     {
         QTest::addColumn<QByteArray>("contenuto");
         QTest::addColumn<bool>("predefinito");
+        // clang-format off
         QTest::newRow("16-bit 44.1 kHz mono: half a second") << tono(44100, 1, pcm16) << false;
         QTest::newRow("24-bit 48 kHz stereo: half a second") << tono(48000, 2, SF_FORMAT_WAV | SF_FORMAT_PCM_24)
                                                              << false;
         QTest::newRow("a header without samples: the default sound") << tono(44100, 1, pcm16).left(44) << true;
         QTest::newRow("text: the default sound") << QByteArray("not a sound at all\n") << true;
+        // clang-format on
     }
     void che_cosa_suona()
     {

@@ -31,7 +31,8 @@ class TestUmanoJolly : public QObject {
             for (int y = 0; y < a.height(); ++y)
                 for (int x = 0; x < a.width(); ++x) {
                     const QRgb p = vista.pixel(x, y), q = faccia.pixel(x, y);
-                    somma += std::abs(qRed(p) - qRed(q)) + std::abs(qGreen(p) - qGreen(q)) + std::abs(qBlue(p) - qBlue(q));
+                    somma +=
+                        std::abs(qRed(p) - qRed(q)) + std::abs(qGreen(p) - qGreen(q)) + std::abs(qBlue(p) - qBlue(q));
                 }
             if (somma < minimo) minimo = somma, migliore = k;
         }
@@ -49,6 +50,7 @@ private slots:
         QTest::addColumn<int>("giu");
         QTest::addColumn<QString>("azione");
         QTest::addColumn<QString>("tag");
+        // clang-format off
         QTest::newRow("confirmed at once: ace of hearts") << 0 << 0 << "25 35" << " 1";
         QTest::newRow("king of spades") << 4 << 12 << "25 35" << " 52";
         QTest::newRow("ten of clubs") << 3 << 9 << "25 35" << " 36";
@@ -61,6 +63,7 @@ private slots:
         QTest::newRow("one above") << 2 << 0 << "10 -1" << "";
         QTest::newRow("Escape takes the card shown") << 2 << 4 << "esc" << " 18";
         QTest::newRow("the close box takes the card shown") << 2 << 4 << "close" << " 18";
+        // clang-format on
     }
     void risposta()
     {
@@ -79,14 +82,19 @@ private slots:
             // Its corners show the grey dialog, not the felt the faces carry.
             const QImage vista = d.grab().toImage();
             const QRect anteprima = d.posto_anteprima().toRect();
-            for (QPoint p : {anteprima.topLeft(), anteprima.topRight(), anteprima.bottomLeft(), anteprima.bottomRight()})
+            for (QPoint p :
+                 {anteprima.topLeft(), anteprima.topRight(), anteprima.bottomLeft(), anteprima.bottomRight()})
                 angoli_grigi = angoli_grigi && qGreen(vista.pixel(p)) - qRed(vista.pixel(p)) < 16;
             QCOMPARE(QString::fromStdString(frmTV().Tag), QStringLiteral("old"));
             const QPointF a = d.posto_anteprima().topLeft();
-            if (azione == "esc") QTest::keyClick(&d, Qt::Key_Escape);
-            else if (azione == "close") d.close();
-            else QTest::mouseClick(&d, Qt::LeftButton, {}, QPoint(int(a.x() + azione.section(' ', 0, 0).toInt()),
-                                                                   int(a.y() + azione.section(' ', 1).toInt())));
+            if (azione == "esc")
+                QTest::keyClick(&d, Qt::Key_Escape);
+            else if (azione == "close")
+                d.close();
+            else
+                QTest::mouseClick(&d, Qt::LeftButton, {},
+                                  QPoint(int(a.x() + azione.section(' ', 0, 0).toInt()),
+                                         int(a.y() + azione.section(' ', 1).toInt())));
             chiuso = !d.isVisible();
             if (d.isVisible()) d.done(QDialog::Rejected);
         });

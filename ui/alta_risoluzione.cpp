@@ -109,7 +109,10 @@ Pesi calcola_pesi(int da, int a)
         float* w = &p.pesi[std::size_t(i) * p.larghezza];
         for (int j = primo; j <= ultimo && j - primo < p.larghezza; ++j) {
             const double x = (j - centro) / allargo;
-            const double v = x == 0 ? 1 : std::abs(x) >= 3 ? 0 : 3 * std::sin(M_PI * x) * std::sin(M_PI * x / 3) / (M_PI * M_PI * x * x);
+            const double v = x == 0 ? 1
+                             : std::abs(x) >= 3
+                                 ? 0
+                                 : 3 * std::sin(M_PI * x) * std::sin(M_PI * x / 3) / (M_PI * M_PI * x * x);
             w[j - primo] = float(v);
             somma += v;
         }

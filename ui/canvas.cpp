@@ -74,8 +74,8 @@ bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove)
         }
         return true;
     }
-    const Chiave k{t.figura.cacheKey(), t.sorgente.x(), t.sorgente.y(), t.sorgente.width(), t.sorgente.height(),
-                   dove.width(), dove.height(), true};
+    const Chiave k{t.figura.cacheKey(), t.sorgente.x(), t.sorgente.y(), t.sorgente.width(),
+                   t.sorgente.height(), dove.width(),   dove.height(),  true};
     if (const QImage* pronto = pezzi_.object(k)) {
         copia(*pronto, QRect(QPoint(0, 0), dove.size()), dove.topLeft());
         return true;
@@ -96,8 +96,8 @@ const QImage* Canvas::pezzo(const QImage& figura, const QRectF& sorgente, QSize 
     // them over a game. It is drawn afresh each time, the same pixels.
     if (QSizeF(figura.size()) == QSizeF(larghezza_logica, altezza_logica) && sorgente.size() != QSizeF(figura.size()))
         return nullptr;
-    const Chiave k{figura.cacheKey(), sorgente.x(), sorgente.y(), sorgente.width(), sorgente.height(),
-                   misura.width(), misura.height()};
+    const Chiave k{figura.cacheKey(), sorgente.x(),   sorgente.y(),   sorgente.width(),
+                   sorgente.height(), misura.width(), misura.height()};
     if (const QImage* pronto = pezzi_.object(k)) return pronto;
     const qsizetype byte = qsizetype(misura.width()) * misura.height() * 4;
     if (byte > pezzo_massimo) return nullptr;
@@ -124,7 +124,8 @@ Canvas::Canvas() : img_(1024, 768, QImage::Format_RGB32)
 void Canvas::misura_pezzi()
 {
     const QRect carta = in_pixel(QRectF(8, 16, 72, 96));
-    pezzi_.setMaxCost(std::max<qsizetype>(pezzo_massimo, qsizetype(pezzi_massimi) * carta.width() * carta.height() * 4));
+    pezzi_.setMaxCost(
+        std::max<qsizetype>(pezzo_massimo, qsizetype(pezzi_massimi) * carta.width() * carta.height() * 4));
 }
 
 void Canvas::ricorda(Tratto t)
@@ -189,8 +190,8 @@ void Canvas::copia(const QImage& figura, QRect sorgente, QPoint dove)
     // painter would do, without the cost of starting one for every card.
     const std::size_t byte_riga = std::size_t(a.width()) * 4;
     for (int y = 0; y < a.height(); ++y)
-        std::memcpy(img_.scanLine(a.y() + y) + std::size_t(a.x()) * 4, figura.constScanLine(da.y() + y) + std::size_t(da.x()) * 4,
-                    byte_riga);
+        std::memcpy(img_.scanLine(a.y() + y) + std::size_t(a.x()) * 4,
+                    figura.constScanLine(da.y() + y) + std::size_t(da.x()) * 4, byte_riga);
 }
 
 void Canvas::Cls(QRgb colore)
@@ -287,4 +288,3 @@ long Canvas::Point(double x, double y) const
     const QRgb c = img_.pixel(px, py);
     return long(qRed(c)) | long(qGreen(c)) << 8 | long(qBlue(c)) << 16;
 }
-

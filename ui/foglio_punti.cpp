@@ -37,9 +37,8 @@ Etichetta* carica_etichetta(FrmTV& f, basic::Tabella<Etichetta*, 0, 2>& schiera,
         f.imposta_carattere(schiera(i), carattere(QStringLiteral("Times New Roman"), false));
         veste(schiera(i), INCHIOSTRO);
         schiera(i)->setAlignment(Qt::AlignCenter);
-        QObject::connect(schiera(i), &Etichetta::Click, f.picture_score, [] {
-            basic::protetto([] { frmTV().picture_score_Click(); });
-        });
+        QObject::connect(schiera(i), &Etichetta::Click, f.picture_score,
+                         [] { basic::protetto([] { frmTV().picture_score_Click(); }); });
     }
     return schiera(i);
 }
@@ -108,9 +107,6 @@ void colloca_invito(FrmTV& f)
     f.posiziona(f.Label5, QRectF((larghezza_tavolo / 2.0 - larghezza) / 2, 120, larghezza, f.Label5->height() / sy));
 }
 
-QRect sul_schermo(FrmTV& f)
-{
-    return QRect(f.picture_score->mapToGlobal(QPoint(0, 0)), f.picture_score->size());
-}
+QRect sul_schermo(FrmTV& f) { return QRect(f.picture_score->mapToGlobal(QPoint(0, 0)), f.picture_score->size()); }
 
 }  // namespace foglio_punti

@@ -27,7 +27,8 @@ FrmSplash::FrmSplash() : QWidget(nullptr, Qt::SplashScreen)
     Picture1 = new QLabel(this);
     // On a screen of more than one pixel per point the finer picture shows,
     // at the same size.
-    QPixmap figura = QPixmap::fromImage(alta_risoluzione::per_schermo(QStringLiteral(":/risorse/splash.png"), devicePixelRatioF()));
+    QPixmap figura =
+        QPixmap::fromImage(alta_risoluzione::per_schermo(QStringLiteral(":/risorse/splash.png"), devicePixelRatioF()));
     if (figura.isNull()) {
         figura = QPixmap(420, 240);
         figura.fill(Qt::white);
@@ -36,7 +37,8 @@ FrmSplash::FrmSplash() : QWidget(nullptr, Qt::SplashScreen)
     const QSize lato = figura.deviceIndependentSize().toSize();
     Picture1->setGeometry(0, 0, lato.width(), lato.height());
 
-    const char* didascalie[] = {"Version " TAVOLATA_VERSIONE, "Classic Italian Game", "Italian rummy for one player and the computer"};
+    const char* didascalie[] = {"Version " TAVOLATA_VERSIONE, "Classic Italian Game",
+                                "Italian rummy for one player and the computer"};
     for (long i = 0; i <= 2; ++i) {
         Label1(i) = new QLabel(QString::fromLatin1(didascalie[i]), this);
         Label1(i)->setStyleSheet(QStringLiteral("color: rgb(0,0,192);"));

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/frmTV.h"
 
-#include "platform/mmc.h"
 #include "platform/dialoghi.h"
+#include "platform/mmc.h"
 #include "rules/mdTavolata.h"
 #include "ui/foglio_punti.h"
 #include "ui/mdGraphics.h"
@@ -81,7 +81,8 @@ void TavoloWidget::paintEvent(QPaintEvent* e)
     const QImage& img = tela->Image();
     const double rapporto = double(tela->larghezza_px()) / std::max(1, width());
     const QRect r = e->rect();
-    p.drawImage(QRectF(r), img, QRectF(r.x() * rapporto, r.y() * rapporto, r.width() * rapporto, r.height() * rapporto));
+    p.drawImage(QRectF(r), img,
+                QRectF(r.x() * rapporto, r.y() * rapporto, r.width() * rapporto, r.height() * rapporto));
 }
 
 void TavoloWidget::mousePressEvent(QMouseEvent* e)
@@ -180,12 +181,10 @@ void FrmTV::crea_controlli()
         const double s = double(tela.larghezza_px()) / std::max(1, tavolo->width());
         tavolo->update(QRectF(r.x() / s - 1, r.y() / s - 1, r.width() / s + 2, r.height() / s + 2).toRect());
     };
-    connect(tavolo, &TavoloWidget::premuto, this, [this](int b, int s, float x, float y) {
-        basic::protetto([&] { Form_MouseDown(b, s, x, y); });
-    });
-    connect(tavolo, &TavoloWidget::mosso, this, [this](int b, int s, float x, float y) {
-        basic::protetto([&] { Form_MouseMove(b, s, x, y); });
-    });
+    connect(tavolo, &TavoloWidget::premuto, this,
+            [this](int b, int s, float x, float y) { basic::protetto([&] { Form_MouseDown(b, s, x, y); }); });
+    connect(tavolo, &TavoloWidget::mosso, this,
+            [this](int b, int s, float x, float y) { basic::protetto([&] { Form_MouseMove(b, s, x, y); }); });
     connect(tavolo, &TavoloWidget::ridimensionato, this, [this] { basic::protetto([&] { Form_Resize(); }); });
 
     picture_score = new PictureBox(tavolo);
@@ -253,8 +252,8 @@ void FrmTV::crea_menu()
     menu_music = menuBar()->addMenu(QStringLiteral("&Music"));
     nomusic = spunta(menu_music, QStringLiteral("no music"), &FrmTV::nomusic_Click);
     all = spunta(menu_music, QStringLiteral("sequential mode"), &FrmTV::all_Click);
-    static const char* titoli[] = {"Chill1", "Champion", "Champs", "Easycity", "inds_01",
-                                   "Humanoid", "Iepact", "Lastday", "Brezza", "Sevilana"};
+    static const char* titoli[] = {"Chill1",   "Champion", "Champs",  "Easycity", "inds_01",
+                                   "Humanoid", "Iepact",   "Lastday", "Brezza",   "Sevilana"};
     for (int i = 1; i <= numero_canzoni; ++i) {
         QAction* a = menu_music->addAction(QString::fromLatin1(titoli[i - 1]));
         a->setCheckable(true);
@@ -278,8 +277,8 @@ void FrmTV::posiziona(QWidget* controllo, const QRectF& logico)
     posizioni_[controllo] = logico;
     const double sx = tavolo->width() / Canvas::larghezza_logica;
     const double sy = tavolo->height() / Canvas::altezza_logica;
-    controllo->setGeometry(QRectF(logico.x() * sx, logico.y() * sy, logico.width() * sx, logico.height() * sy)
-                               .toRect());
+    controllo->setGeometry(
+        QRectF(logico.x() * sx, logico.y() * sy, logico.width() * sx, logico.height() * sy).toRect());
 }
 
 QRectF FrmTV::posizione(QWidget* controllo) const
@@ -297,7 +296,8 @@ void FrmTV::applica_posizioni()
 double FrmTV::scala_testi() const
 {
     if (!tavolo) return 1;
-    return std::max(1.0, std::min(tavolo->width() / Canvas::larghezza_logica, tavolo->height() / Canvas::altezza_logica));
+    return std::max(1.0,
+                    std::min(tavolo->width() / Canvas::larghezza_logica, tavolo->height() / Canvas::altezza_logica));
 }
 
 void FrmTV::imposta_carattere(QWidget* controllo, const QFont& base)

@@ -28,8 +28,8 @@ void trova_cartella_media()
 // (KDE, wlroots) still do; a player who wants Qt's frame can ask for it.
 void finestre_senza_gl()
 {
-    if (!qEnvironmentVariableIsSet("QT_WAYLAND_DISABLE_WINDOWDECORATION")
-        && !qEnvironmentVariableIsSet("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION"))
+    if (!qEnvironmentVariableIsSet("QT_WAYLAND_DISABLE_WINDOWDECORATION") &&
+        !qEnvironmentVariableIsSet("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION"))
         qputenv("QT_WAYLAND_DISABLE_WINDOWDECORATION", "1");
 }
 }  // namespace

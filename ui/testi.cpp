@@ -14,7 +14,10 @@ QByteArray leggi(const QString& nome)
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 // A panel breaks lines on LF; the CR of each pair has nothing to show.
-QString per_pannello(const QByteArray& testo) { return QString::fromUtf8(testo).replace(QStringLiteral("\r\n"), QStringLiteral("\n")); }
+QString per_pannello(const QByteArray& testo)
+{
+    return QString::fromUtf8(testo).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+}
 }  // namespace
 
 QByteArray file_regole_inglese() { return leggi(QStringLiteral(":/risorse/regole_en.txt")); }
@@ -24,15 +27,14 @@ QString regole_italiano() { return per_pannello(file_regole_italiano()); }
 
 QString informazioni()
 {
-    return QStringLiteral(
-        "Tavolata - Italian rummy for two\n"
-        "Tavolata ver " TAVOLATA_VERSIONE "\n"
-        "--------------------\n"
-        "You against the computer:\n"
-        "two packs, four jollies,\n"
-        "40 points to open,\n"
-        "101 penalty points end the game.\n"
-        "The rules are in the Rules menu.");
+    return QStringLiteral("Tavolata - Italian rummy for two\n"
+                          "Tavolata ver " TAVOLATA_VERSIONE "\n"
+                          "--------------------\n"
+                          "You against the computer:\n"
+                          "two packs, four jollies,\n"
+                          "40 points to open,\n"
+                          "101 penalty points end the game.\n"
+                          "The rules are in the Rules menu.");
 }
 
 }  // namespace testi

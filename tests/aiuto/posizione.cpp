@@ -3,8 +3,8 @@
 
 #include "platform/dialoghi.h"
 #include "platform/lettore_wave.h"
-#include "ui/frmTV.h"
 #include "ui/canvas.h"
+#include "ui/frmTV.h"
 #include "ui/mdGraphics.h"
 
 #include <QApplication>

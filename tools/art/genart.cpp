@@ -190,8 +190,8 @@ void fillSuit(QPainter& p, Suit s, QPointF centre, qreal height, bool upsideDown
 
 // Writes text with its capitals `capHeight` tall, the baseline at `baseline`,
 // centred on `centreX`, squeezed sideways if it would be wider than `maxWidth`.
-void letter(QPainter& p, const QString& text, const QFont& font, qreal centreX, qreal baseline,
-            qreal capHeight, qreal maxWidth, const QColor& colour)
+void letter(QPainter& p, const QString& text, const QFont& font, qreal centreX, qreal baseline, qreal capHeight,
+            qreal maxWidth, const QColor& colour)
 {
     QPainterPath capital, glyphs;
     capital.addText(0, 0, font, QStringLiteral("H"));
@@ -261,15 +261,15 @@ void paintIndex(QPainter& p, int rank, Suit s)
 // fraction of the distance between the top and the bottom row.
 struct Pip {
     int column;  // 0 left, 1 middle, 2 right
-    qreal row;   // 0 top .. 1 bottom
+    qreal row;  // 0 top .. 1 bottom
 };
 
 std::vector<Pip> pipLayout(int rank)
 {
     const std::vector<Pip> sides4 = {{0, 0}, {2, 0}, {0, 1}, {2, 1}};
     const std::vector<Pip> sides6 = {{0, 0}, {2, 0}, {0, 0.5}, {2, 0.5}, {0, 1}, {2, 1}};
-    const std::vector<Pip> sides8 = {{0, 0}, {2, 0}, {0, 1 / 3.0}, {2, 1 / 3.0},
-                                     {0, 2 / 3.0}, {2, 2 / 3.0}, {0, 1}, {2, 1}};
+    const std::vector<Pip> sides8 = {{0, 0},       {2, 0},       {0, 1 / 3.0}, {2, 1 / 3.0},
+                                     {0, 2 / 3.0}, {2, 2 / 3.0}, {0, 1},       {2, 1}};
     auto with = [](std::vector<Pip> base, std::initializer_list<Pip> extra) {
         base.insert(base.end(), extra);
         return base;
@@ -320,8 +320,7 @@ void paintOrnateSpade(QPainter& p)
     for (int side : {-1, 1}) {
         QPainterPath curl;
         curl.moveTo(centre + QPointF(side * 4, 23));
-        curl.cubicTo(centre + QPointF(side * 12, 24), centre + QPointF(side * 19, 22),
-                     centre + QPointF(side * 18, 17));
+        curl.cubicTo(centre + QPointF(side * 12, 24), centre + QPointF(side * 19, 22), centre + QPointF(side * 18, 17));
         curl.cubicTo(centre + QPointF(side * 17.5, 14), centre + QPointF(side * 14, 15),
                      centre + QPointF(side * 15, 17.5));
         p.drawPath(curl);
@@ -373,7 +372,8 @@ void paintHead(QPainter& p, int rank, const Costume& k)
 {
     const QPointF c = HeadCentre;
     if (rank == Queen)  // long hair over the shoulders
-        outlined(p, polygon({c + QPointF(-6, -3), c + QPointF(6, -3), c + QPointF(8, 10), c + QPointF(-8, 10)}), k.hair, 0.5);
+        outlined(p, polygon({c + QPointF(-6, -3), c + QPointF(6, -3), c + QPointF(8, 10), c + QPointF(-8, 10)}), k.hair,
+                 0.5);
     else
         outlined(p, ellipse(c + QPointF(0, rank == King ? 1.5 : -0.8), 6.2, rank == King ? 7.2 : 6.0), k.hair, 0.5);
     outlined(p, ellipse(c, 4.9, 6.0), Skin, 0.5);
@@ -425,8 +425,13 @@ void paintCrown(QPainter& p, bool small, const QColor& jewel)
 {
     const qreal w = small ? 4.4 : 5.6, base = small ? 10.0 : 9.6, tall = small ? 4.2 : 6.0, x = HeadCentre.x();
     outlined(p,
-             polygon({{x - w, base}, {x - w - 0.6, base - tall}, {x - w / 2, base - tall * 0.5}, {x, base - tall - 1},
-                      {x + w / 2, base - tall * 0.5}, {x + w + 0.6, base - tall}, {x + w, base}}),
+             polygon({{x - w, base},
+                      {x - w - 0.6, base - tall},
+                      {x - w / 2, base - tall * 0.5},
+                      {x, base - tall - 1},
+                      {x + w / 2, base - tall * 0.5},
+                      {x + w + 0.6, base - tall},
+                      {x + w, base}}),
              Gold, 0.5);
     QPainterPath band;
     band.addRect(QRectF(x - w, base - 1.6, 2 * w, 2.6));
@@ -436,7 +441,8 @@ void paintCrown(QPainter& p, bool small, const QColor& jewel)
     for (qreal dx : {-w * 0.55, 0.0, w * 0.55}) p.drawEllipse(QPointF(x + dx, base - 0.3), 0.8, 0.8);
     p.setPen(QPen(Outline, 0.35));
     p.setBrush(Gold.lighter(115));
-    for (qreal dx : {-w - 0.6, 0.0, w + 0.6}) p.drawEllipse(QPointF(x + dx, base - tall - (dx == 0 ? 1 : 0)), 0.85, 0.85);
+    for (qreal dx : {-w - 0.6, 0.0, w + 0.6})
+        p.drawEllipse(QPointF(x + dx, base - tall - (dx == 0 ? 1 : 0)), 0.85, 0.85);
 }
 
 void paintBeret(QPainter& p, const Costume& k)
@@ -598,7 +604,8 @@ void paintCourt(QPainter& p, int rank, Suit s)
     p.setPen(QPen(suitInk(s), 0.8));
     p.drawRect(CourtFrame);
     p.setPen(QPen(suitInk(s), 0.5));
-    p.drawLine(QPointF(CourtFrame.left(), CourtFrame.center().y()), QPointF(CourtFrame.right(), CourtFrame.center().y()));
+    p.drawLine(QPointF(CourtFrame.left(), CourtFrame.center().y()),
+               QPointF(CourtFrame.right(), CourtFrame.center().y()));
 }
 
 // --- The two jollies ---------------------------------------------------------
@@ -864,7 +871,8 @@ QImage tableFelt(int scale)
         const int ix = std::min(int(x), w - 2), iy = std::min(int(y), h - 2);
         const double fx = x - ix, fy = y - iy;
         auto at = [&](int i, int j) { return grain[std::size_t(j) * w + i]; };
-        return (at(ix, iy) * (1 - fx) + at(ix + 1, iy) * fx) * (1 - fy) + (at(ix, iy + 1) * (1 - fx) + at(ix + 1, iy + 1) * fx) * fy;
+        return (at(ix, iy) * (1 - fx) + at(ix + 1, iy) * fx) * (1 - fy) +
+               (at(ix, iy + 1) * (1 - fx) + at(ix + 1, iy + 1) * fx) * fy;
     };
 
     QImage img(w * scale, h * scale, QImage::Format_RGB32);
@@ -875,11 +883,12 @@ QImage tableFelt(int scale)
             const double x = (px + 0.5) / scale - 0.5;
             const double dx = (x - w / 2.0) / (w / 2.0), dy = (y - h / 2.0) / (h / 2.0);
             const double edge = std::clamp((dx * dx + dy * dy - 0.35) / 1.65, 0.0, 1.0);
-            const double shade = (1.0 - 0.32 * edge * edge * (3 - 2 * edge)) * (1.0 + 0.07 * mottle(std::max(x, 0.0), std::max(y, 0.0))) *
+            const double shade = (1.0 - 0.32 * edge * edge * (3 - 2 * edge)) *
+                                 (1.0 + 0.07 * mottle(std::max(x, 0.0), std::max(y, 0.0))) *
                                  (1.0 + 0.10 * grainAt(x, y));
             line[px] = qRgb(std::clamp(int(Felt.red() * shade + 0.5), 0, 255),
-                           std::clamp(int(Felt.green() * shade + 0.5), 0, 255),
-                           std::clamp(int(Felt.blue() * shade + 0.5), 0, 255));
+                            std::clamp(int(Felt.green() * shade + 0.5), 0, 255),
+                            std::clamp(int(Felt.blue() * shade + 0.5), 0, 255));
         }
     }
     // A faint line framing the play area.
@@ -1122,15 +1131,17 @@ QImage withPalette(const QImage& source)
     QList<QRgb> palette;
     for (const auto& box : boxes) {
         double r = 0, g = 0, b = 0, n = 0;
-        for (const Colour& c : box) r += qRed(c.first) * double(c.second), g += qGreen(c.first) * double(c.second),
-                                    b += qBlue(c.first) * double(c.second), n += double(c.second);
+        for (const Colour& c : box)
+            r += qRed(c.first) * double(c.second), g += qGreen(c.first) * double(c.second),
+                b += qBlue(c.first) * double(c.second), n += double(c.second);
         palette << qRgb(int(r / n + 0.5), int(g / n + 0.5), int(b / n + 0.5));
     }
     std::map<QRgb, uchar> nearest;
     for (const auto& [c, n] : counted) {
         int best = 0, bestDistance = INT_MAX;
         for (int i = 0; i < palette.size(); ++i) {
-            const int dr = qRed(c) - qRed(palette[i]), dg = qGreen(c) - qGreen(palette[i]), db = qBlue(c) - qBlue(palette[i]);
+            const int dr = qRed(c) - qRed(palette[i]), dg = qGreen(c) - qGreen(palette[i]),
+                      db = qBlue(c) - qBlue(palette[i]);
             const int d = dr * dr + dg * dg + db * db;
             if (d < bestDistance) bestDistance = d, best = i;
         }
@@ -1199,7 +1210,8 @@ int main(int argc, char** argv)
     ok &= save(cardBack(blue, 1), media, QStringLiteral("dorso.bmp"), "BMP");
     for (int scale : {2, 4}) ok &= saveFiner(cardBack(blue, scale), media, QStringLiteral("dorso.bmp"), scale, "PNG");
     ok &= save(cardBack(red, 1), media, QStringLiteral("dorsorosso.bmp"), "BMP");
-    for (int scale : {2, 4}) ok &= saveFiner(cardBack(red, scale), media, QStringLiteral("dorsorosso.bmp"), scale, "PNG");
+    for (int scale : {2, 4})
+        ok &= saveFiner(cardBack(red, scale), media, QStringLiteral("dorsorosso.bmp"), scale, "PNG");
     ok &= save(tableFelt(1), media, QStringLiteral("SfondoTV2.jpg"), "JPG", 92);
     ok &= saveFiner(tableFelt(2), media, QStringLiteral("SfondoTV2.jpg"), 2, "JPG", 85);
     ok &= save(splashPicture(1), resources, QStringLiteral("splash.png"), "PNG");

@@ -23,7 +23,10 @@ double probabilita(std::mt19937& caso) { return std::uniform_real_distribution<d
 
 float scosta(std::mt19937& caso, float quanto) { return std::uniform_real_distribution<float>(-quanto, quanto)(caso); }
 
-long codice_tavolo(bool umano, long c, long k) { return umano ? long(tavolo_umano(c, k)) : long(tavolo_computer(c, k)); }
+long codice_tavolo(bool umano, long c, long k)
+{
+    return umano ? long(tavolo_umano(c, k)) : long(tavolo_computer(c, k));
+}
 
 int carte_in(bool umano, long c)
 {
@@ -103,7 +106,8 @@ long valore_al_tavolo(int numero_carta, bool asso_in_cima)
 std::vector<Combinazione> candidate(const std::vector<CartaInMano>& mano)
 {
     std::vector<Combinazione> tutte;
-    const bool c_e_jolly = std::any_of(mano.begin(), mano.end(), [](const CartaInMano& c) { return jolly_semplice(c.codice); });
+    const bool c_e_jolly =
+        std::any_of(mano.begin(), mano.end(), [](const CartaInMano& c) { return jolly_semplice(c.codice); });
 
     for (int s = 1; s <= 4; ++s) {
         // Position p of a straight holds number p; the ace stands at 1 and at 14.
@@ -314,7 +318,8 @@ Pressione Giocatore::prossima(std::mt19937& caso)
 
 Pressione Giocatore::pesca(std::mt19937& caso)
 {
-    const Pressione tallone_ = {Mossa::pesca_tallone, centro_x(14) + scosta(caso, 30), float(16 * 24) + scosta(caso, 40)};
+    const Pressione tallone_ = {Mossa::pesca_tallone, centro_x(14) + scosta(caso, 30),
+                                float(16 * 24) + scosta(caso, 40)};
     const Pressione pozzo_ = {Mossa::prende_pozzo, centro_x(13) + scosta(caso, 30), float(16 * 24) + scosta(caso, 40)};
     if (esplora_ && probabilita(caso) < 0.02) return pozzo_;
     if (n_pozzo < 1 || !aperto_umano()) return tallone_;
@@ -337,8 +342,7 @@ Pressione Giocatore::premi_bersaglio(const Passo& p, std::mt19937& caso)
         return {Mossa::cala, centro_x(p.colonna) + scosta(caso, 30), float(16 * 32) + scosta(caso, 100)};
     case Area::tavolo_avversario:
         return {Mossa::attacca, centro_x(p.colonna) + scosta(caso, 30), float(16 * 12) + scosta(caso, 100)};
-    default:
-        return {Mossa::scarta, centro_x(13) + scosta(caso, 30), float(16 * 24) + scosta(caso, 40)};
+    default: return {Mossa::scarta, centro_x(13) + scosta(caso, 30), float(16 * 24) + scosta(caso, 40)};
     }
 }
 
@@ -357,7 +361,8 @@ std::vector<Giocatore::Passo> Giocatore::pianifica(std::mt19937& caso)
                 for (long j = 1; j <= 13; ++j) {
                     const long t = codice_tavolo(umano, k, j);
                     if (t <= SUL_TAVOLO_PRIMO || t % CARTE_PER_MAZZO != c.codice % CARTE_PER_MAZZO) continue;
-                    const Passo p{umano ? Area::tavolo_proprio : Area::tavolo_avversario, c.slot, c.codice, k, 0, false};
+                    const Passo p{
+                        umano ? Area::tavolo_proprio : Area::tavolo_avversario, c.slot, c.codice, k, 0, false};
                     if (!gia_provato(p)) return {p};
                 }
         }
@@ -396,7 +401,8 @@ std::vector<Giocatore::Passo> Giocatore::pianifica(std::mt19937& caso)
         for (const Combinazione& k : scelte) {
             if (colonna >= libere.size() || usate + long(k.carte.size()) > quante - 1) continue;
             for (std::size_t i = 0; i < k.carte.size(); ++i)
-                passi.push_back({Area::tavolo_proprio, k.carte[i].slot, k.carte[i].codice, libere[colonna], k.jolly[i], true});
+                passi.push_back(
+                    {Area::tavolo_proprio, k.carte[i].slot, k.carte[i].codice, libere[colonna], k.jolly[i], true});
             ++colonna;
             valore += k.valore;
             usate += long(k.carte.size());
@@ -436,7 +442,8 @@ Giocatore::Passo Giocatore::scarto(std::mt19937& caso) const
         }
     }
     if (migliore < 0) return {Area::pozzo, mano.empty() ? 1 : mano.front().slot, 0, 0, 0, false};
-    const CartaInMano& scelta = mano[std::size_t(pari[std::uniform_int_distribution<std::size_t>(0, pari.size() - 1)(caso)])];
+    const CartaInMano& scelta =
+        mano[std::size_t(pari[std::uniform_int_distribution<std::size_t>(0, pari.size() - 1)(caso)])];
     return {Area::pozzo, scelta.slot, scelta.codice, 0, 0, false};
 }
 

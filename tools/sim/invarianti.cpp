@@ -15,7 +15,8 @@ namespace {
 
 bool codice_da_tavolo(long c)
 {
-    return (c > SUL_TAVOLO_PRIMO && c <= SUL_TAVOLO_PRIMO + 52) || (c > SUL_TAVOLO_SECONDO && c <= SUL_TAVOLO_SECONDO + 52);
+    return (c > SUL_TAVOLO_PRIMO && c <= SUL_TAVOLO_PRIMO + 52) ||
+           (c > SUL_TAVOLO_SECONDO && c <= SUL_TAVOLO_SECONDO + 52);
 }
 bool codice_reale(long c) { return c >= 1 && c <= CARTE && !jolly_semplice(c); }
 
@@ -161,7 +162,9 @@ std::vector<std::string> Controllore::controlla_carte(const Istantanea& prima, c
         for (std::size_t i = 0; i < d.size(); ++i) d[i] = presenti[i] - attese[i];
         return d;
     };
-    auto nulla = [](const std::array<int, JOLLY + 1>& d) { return std::all_of(d.begin(), d.end(), [](int x) { return x == 0; }); };
+    auto nulla = [](const std::array<int, JOLLY + 1>& d) {
+        return std::all_of(d.begin(), d.end(), [](int x) { return x == 0; });
+    };
     // The computer names a jolly of its hand and writes it into the slot
     // where it found the jolly before sorting the hand, whatever lies there
     // now: another card is lost under it, or an empty slot gains a jolly.
@@ -195,7 +198,8 @@ std::vector<std::string> Controllore::controlla_carte(const Istantanea& prima, c
             d2[std::size_t(x)] -= 1;
             d2[std::size_t(y)] += 1;
             if (nulla(d2) || jolly_scritto_altrove(d2)) {
-                ++casi_["the card the mark still names after a jolly won back on the computer's table was played again"];
+                ++casi_
+                    ["the card the mark still names after a jolly won back on the computer's table was played again"];
                 if (!nulla(d2)) conta_jolly_scritti(d2);
                 attese_ = presenti;
                 return {};
@@ -265,7 +269,8 @@ std::vector<std::string> Controllore::controlla_tela(const Istantanea& s)
         if (r.size() != atteso.size()) return false;
         const std::size_t byte = std::size_t(r.width()) * 4;
         for (int y = 0; y < r.height(); ++y)
-            if (std::memcmp(tela.Image().constScanLine(r.y() + y) + std::size_t(r.x()) * 4, atteso.constScanLine(y), byte))
+            if (std::memcmp(tela.Image().constScanLine(r.y() + y) + std::size_t(r.x()) * 4, atteso.constScanLine(y),
+                            byte))
                 return false;
         return true;
     };
@@ -275,7 +280,8 @@ std::vector<std::string> Controllore::controlla_tela(const Istantanea& s)
     const long cima = s.n_pozzo >= 1 && s.n_pozzo <= 82 ? s.pozzo[std::size_t(s.n_pozzo)] : 0;
     if (!mostra(13, 21, cima, false)) g.push_back("the pile does not show " + prova::nome_carta(int(cima)));
     if (s.tallone >= 0 && s.tallone < CARTE && !mostra(14, 21, s.mazzo[std::size_t(s.tallone + 1)], true))
-        g.push_back("the stock does not show the back of " + prova::nome_carta(int(s.mazzo[std::size_t(s.tallone + 1)])));
+        g.push_back("the stock does not show the back of " +
+                    prova::nome_carta(int(s.mazzo[std::size_t(s.tallone + 1)])));
     return g;
 }
 

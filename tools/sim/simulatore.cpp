@@ -244,8 +244,10 @@ void Motore::salva_foglio()
                              .arg(QString::fromStdString(opzioni_.foto))
                              .arg(r_.fogli, 5, 10, QLatin1Char('0'));
     if (!f.tavolo->grab().save(nome)) std::fprintf(stderr, "tavolata-sim: cannot write %s\n", qPrintable(nome));
-    const std::pair<QLabel*, const char*> etichette[] = {{f.lblName(1), "names"}, {f.lblName(2), "names"},
-                                                         {f.lblScore(1), "totals"}, {f.lblScore(2), "totals"},
+    const std::pair<QLabel*, const char*> etichette[] = {{f.lblName(1), "names"},
+                                                         {f.lblName(2), "names"},
+                                                         {f.lblScore(1), "totals"},
+                                                         {f.lblScore(2), "totals"},
                                                          {f.Label5, "\"Click here to continue\""}};
     for (const auto& [etichetta, tipo] : etichette) {
         const double c = etichetta ? contrasto_minimo(etichetta) : 0;
@@ -299,13 +301,15 @@ std::string Motore::riconosci(const Azione& azione, const Istantanea& prima, con
         return "9: the player takes a discard pile of one card";
     if ((azione.area == Area::tavolo_proprio || azione.area == Area::tavolo_avversario) && prima.fase == "011") {
         for (long c = 1; c <= 13; ++c)
-            if (lunghezza(prima.tavolo_umano[std::size_t(c)]) == 13 || lunghezza(prima.tavolo_computer[std::size_t(c)]) == 13)
+            if (lunghezza(prima.tavolo_umano[std::size_t(c)]) == 13 ||
+                lunghezza(prima.tavolo_computer[std::size_t(c)]) == 13)
                 return "9: the player puts a 14th card on a straight of 13";
     }
     if (!dopo.turno_umano) {
         if (mano_vuota(dopo.mano_computer)) return "9: the computer laid every card and has none left to discard";
         for (long c = 1; c <= 13; ++c)
-            if (lunghezza(dopo.tavolo_umano[std::size_t(c)]) == 13 || lunghezza(dopo.tavolo_computer[std::size_t(c)]) == 13)
+            if (lunghezza(dopo.tavolo_umano[std::size_t(c)]) == 13 ||
+                lunghezza(dopo.tavolo_computer[std::size_t(c)]) == 13)
                 return "9: the computer puts a 14th card on a straight of 13";
         bool piena = true;
         for (long i = 1; i <= 14; ++i) piena = piena && dopo.mano_computer[std::size_t(i)] != 0;
@@ -331,8 +335,7 @@ void Motore::osserva()
         senza_fine_ = true;
         try {
             basic::fine_programma(99);
-        } catch (const basic::ProgrammaTerminato&) {
-        }
+        } catch (const basic::ProgrammaTerminato&) {}
         // A dialog left open would keep its own loop going.
         if (QWidget* modale = QApplication::activeModalWidget()) modale->close();
         return;
@@ -415,10 +418,13 @@ void Motore::rispondi_al_dialogo(FrmJolly& dialogo)
 void Motore::comando_menu(bool anche_nuova_partita, const char* chi)
 {
     FrmTV& f = frmTV();
-    std::vector<std::pair<QAction*, const char*>> voci = {
-        {f.menu_english_rules, "English rules"}, {f.menu_regole_italiano, "Italian rules"}, {f.menu_about, "Info"},
-        {f.menu_card_rustle_yes, "card rustle Yes"}, {f.menu_card_rustle_no, "card rustle No"},
-        {f.nomusic, "no music"}, {f.all, "sequential mode"}};
+    std::vector<std::pair<QAction*, const char*>> voci = {{f.menu_english_rules, "English rules"},
+                                                          {f.menu_regole_italiano, "Italian rules"},
+                                                          {f.menu_about, "Info"},
+                                                          {f.menu_card_rustle_yes, "card rustle Yes"},
+                                                          {f.menu_card_rustle_no, "card rustle No"},
+                                                          {f.nomusic, "no music"},
+                                                          {f.all, "sequential mode"}};
     for (long i = 1; i <= FrmTV::numero_canzoni; ++i) voci.push_back({f.canzoni(i), "a song"});
     if (anche_nuova_partita) voci.push_back({f.menu_newgame, "New game"});
     const auto& [azione, nome] = voci[std::uniform_int_distribution<std::size_t>(0, voci.size() - 1)(caso_rumore_)];
@@ -458,7 +464,8 @@ void Motore::disturba()
         basic::protetto([&] { f.Form_MouseDown(1, 0, x, y); });
         ++r_.disturbi["press while the computer plays"];
         const Istantanea dopo = fotografa();
-        if (!(prima == dopo)) guasto("a press during the computer's turn changed the game", {"noise press", area_di(x, y)}, prima, dopo);
+        if (!(prima == dopo))
+            guasto("a press during the computer's turn changed the game", {"noise press", area_di(x, y)}, prima, dopo);
     } else if (p < P_PRESSIONE + P_MENU) {
         comando_menu(false, "while the computer plays");
     } else if (p < P_PRESSIONE + P_MENU + P_NUOVA_PARTITA) {
@@ -523,7 +530,8 @@ Rapporto Motore::esegui()
                 sotto_il_foglio_ = true;
                 mossa({"New game over the score sheet", Area::nessuna}, [&f] { f.menu_newgame->trigger(); });
             } else if (q < 0.04) {
-                mossa({"a menu command on the score sheet", Area::nessuna}, [this] { comando_menu(true, "on the score sheet"); });
+                mossa({"a menu command on the score sheet", Area::nessuna},
+                      [this] { comando_menu(true, "on the score sheet"); });
             } else {
                 mossa({"click on the score sheet", Area::nessuna}, [&f] { f.picture_score_Click(); });
             }
@@ -537,7 +545,8 @@ Rapporto Motore::esegui()
             continue;
         }
         if (opzioni_.rumore && probabilita(caso_) < 0.01) {
-            mossa({"a menu command in the player's turn", Area::nessuna}, [this] { comando_menu(probabilita(caso_) < 0.05, "in the player's turn"); });
+            mossa({"a menu command in the player's turn", Area::nessuna},
+                  [this] { comando_menu(probabilita(caso_) < 0.05, "in the player's turn"); });
             continue;
         }
         const bool deve_pescare = fase.size() == 3 && fase[1] == '0';
@@ -643,7 +652,8 @@ std::string Rapporto::testo() const
     t += "; per hand lost: player " + decimale(vinte_computer ? double(penalita_umano) / vinte_computer : 0) +
          ", computer " + decimale(vinte_umano ? double(penalita_computer) / vinte_umano : 0) + "\n";
     if (mani_senza_penalita)
-        t += "closed hands whose charge was not seen (left out of the averages): " + std::to_string(mani_senza_penalita) + "\n";
+        t += "closed hands whose charge was not seen (left out of the averages): " +
+             std::to_string(mani_senza_penalita) + "\n";
     t += "player's turns: " + std::to_string(turni_umano) + ", presses: " + std::to_string(pressioni) +
          ", plays the game refused: " + std::to_string(rifiutate) + "\n";
     for (const auto& [nome, n] : mosse) t += "  " + nome + ": " + std::to_string(n) + "\n";
@@ -658,7 +668,8 @@ std::string Rapporto::testo() const
     t += "fatal ends the game keeps on purpose:" + std::string(esiti.empty() ? " none\n" : "\n");
     for (const auto& [nome, n] : esiti)
         t += "  " + nome + ": " + std::to_string(n) + " (first in hand " + std::to_string(prima_mano.at(nome)) + ")\n";
-    t += "the game's own quirks met (cards it drops or doubles on purpose):" + std::string(casi.empty() ? " none\n" : "\n");
+    t += "the game's own quirks met (cards it drops or doubles on purpose):" +
+         std::string(casi.empty() ? " none\n" : "\n");
     for (const auto& [nome, n] : casi) t += "  " + nome + ": " + std::to_string(n) + "\n";
     if (fogli) {
         t += "score sheets saved: " + std::to_string(fogli) + ", labels measured: " + std::to_string(etichette) +

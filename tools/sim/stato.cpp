@@ -184,8 +184,8 @@ std::string testo_stato(const Istantanea& s)
            prova::nome_carta(int(s.carta_selezionata)) + " from slot " + std::to_string(s.posizione_selezionata) +
            ", totals " + std::to_string(s.punti[1]) + "/" + std::to_string(s.punti[2]) +
            "\n  player's hand:   " + testo_mano(s.mano_umano) + "\n  computer's hand: " + testo_mano(s.mano_computer) +
-           "\n  player's table:  " + testo_tavolo(s.tavolo_umano) + "\n  computer's table:" +
-           testo_tavolo(s.tavolo_computer) + "\n  pile:" + pila + "\n";
+           "\n  player's table:  " + testo_tavolo(s.tavolo_umano) +
+           "\n  computer's table:" + testo_tavolo(s.tavolo_computer) + "\n  pile:" + pila + "\n";
 }
 
 }  // namespace simulazione

@@ -61,7 +61,8 @@ void MisuraTurni::pausa(double t)
 void MisuraTurni::fine_mossa(long mano, bool programma_terminato)
 {
     if (in_corso_) {
-        if (programma_terminato || turno_.deal != mani_distribuite) ++interrotti_;
+        if (programma_terminato || turno_.deal != mani_distribuite)
+            ++interrotti_;
         else {
             turno_.giri /= 2;
             turno_.mano = mano;
@@ -73,8 +74,8 @@ void MisuraTurni::fine_mossa(long mano, bool programma_terminato)
 
 std::string MisuraTurni::testo() const
 {
-    std::string t = "computer's turns measured: " + std::to_string(turni_.size()) + " (cut short, left out: " +
-                    std::to_string(interrotti_) + "); length in pause units of 0.6 s:\n";
+    std::string t = "computer's turns measured: " + std::to_string(turni_.size()) +
+                    " (cut short, left out: " + std::to_string(interrotti_) + "); length in pause units of 0.6 s:\n";
     if (turni_.empty()) return t;
     std::map<long, long> per_unita, per_giri, per_fermo;
     for (const Turno& x : turni_) {
@@ -91,7 +92,8 @@ std::string MisuraTurni::testo() const
     tabella("longest still stretch, by whole units", per_fermo, "u");
     tabella("rounds of the laying loop", per_giri, "r");
     std::vector<Turno> ordinati = turni_;
-    std::sort(ordinati.begin(), ordinati.end(), [](const Turno& a, const Turno& b) { return a.centesimi > b.centesimi; });
+    std::sort(ordinati.begin(), ordinati.end(),
+              [](const Turno& a, const Turno& b) { return a.centesimi > b.centesimi; });
     const auto percentile = [&](double p) {
         return unita(ordinati[std::size_t(std::floor((1 - p) * double(ordinati.size() - 1)))].centesimi);
     };
@@ -100,8 +102,8 @@ std::string MisuraTurni::testo() const
     t += "  longest turns (seed, hand: units, pauses, rounds, longest still stretch):\n";
     for (std::size_t i = 0; i < std::min<std::size_t>(10, ordinati.size()); ++i) {
         const Turno& x = ordinati[i];
-        t += "    seed " + std::to_string(seme_) + ", hand " + std::to_string(x.mano) + ": " + unita(x.centesimi) + ", " +
-             std::to_string(x.pause) + ", " + std::to_string(x.giri) + ", " + unita(x.fermo) + "\n";
+        t += "    seed " + std::to_string(seme_) + ", hand " + std::to_string(x.mano) + ": " + unita(x.centesimi) +
+             ", " + std::to_string(x.pause) + ", " + std::to_string(x.giri) + ", " + unita(x.fermo) + "\n";
     }
     return t;
 }

@@ -9,6 +9,7 @@ namespace {
 
 // General MIDI programs (0-based) and drum kits used below.
 enum Programma {
+    // clang-format off
     pianoforte = 0, piano_elettrico = 4, clavinet = 7, glockenspiel = 9, vibrafono = 11, chitarra_nylon = 24,
     chitarra_jazz = 26, chitarra_distorta = 30, contrabbasso = 32, basso_dita = 33, basso_fretless = 35,
     basso_synth_1 = 38, basso_synth_2 = 39, violino = 40, violoncello = 42, arpa = 46, timpani = 47, archi = 48,
@@ -16,6 +17,7 @@ enum Programma {
     clarinetto = 71, flauto = 73, onda_quadra = 80, dente_di_sega = 81, charang = 84, voce_synth = 85,
     tappeto_caldo = 89, tappeto_coro = 91,
 };
+// clang-format on
 enum Kit { kit_standard = 0, kit_power = 16, kit_elettronico = 24, kit_808 = 25, kit_jazz = 32, kit_spazzole = 40 };
 
 Parte parte(Ruolo ruolo, const char* stile, const char* nome, int programma, int registro, int velocita,
@@ -75,8 +77,10 @@ Ricetta champion()
     r.ritmo_melodia = "marcia";
     const char* a = "Bb | F/A | Gm | Bb/F | Eb | Bb/D | Cm7 F7 | Bb";
     const char* b = "Eb | F | D7 | Gm | Cm7 | F | Eb F | Bb F7";
+    // clang-format off
     r.forma = {{"Bb | F | Bb | F7", 1, 2, 0, 0}, {a, 1, 2, 'a', 0}, {a, 1, 3, 'a', 1}, {b, 1, 2, 'b', 0},
                {a, 1, 3, 'a', 2},                {b, 1, 3, 'b', 1}, {a, 1, 3, 'a', 2}, {"Eb | F7 | Bb | Bb", 1, 3, 0, 0}};
+    // clang-format on
     r.parti = {parte(Ruolo::batteria, "marcia", "Snare and bass drum", kit_standard, 0, 88),
                parte(Ruolo::basso, "marcia", "Tuba", tuba, 41, 88, 1, 0.6),
                parte(Ruolo::accordi, "marcia", "Brass", ottoni, 60, 74, 1, 0.9, 90, 50),
@@ -158,9 +162,8 @@ Ricetta inds_01()
     r.ritmo_melodia = "riff";
     const char* a = "Em | C | G | D";
     const char* b = "C | D | Bm | Em | C | D | B7 | B7";
-    r.forma = {{"Em | Em | C | D", 2, 1, 0, 0}, {a, 2, 2, 'a', 0},          {a, 2, 3, 'a', 1},
-               {b, 1, 3, 'b', 0},               {"C | D | Em | Em", 2, 1, 0, 0}, {a, 2, 3, 'a', 2},
-               {b, 1, 3, 'b', 1},               {"Em | C | D | Em", 1, 1, 0, 0}};
+    r.forma = {{"Em | Em | C | D", 2, 1, 0, 0}, {a, 2, 2, 'a', 0}, {a, 2, 3, 'a', 1}, {b, 1, 3, 'b', 0},
+               {"C | D | Em | Em", 2, 1, 0, 0}, {a, 2, 3, 'a', 2}, {b, 1, 3, 'b', 1}, {"Em | C | D | Em", 1, 1, 0, 0}};
     r.parti = {parte(Ruolo::batteria, "house", "Drum machine", kit_elettronico, 0, 95),
                parte(Ruolo::basso, "galoppo", "Synth bass", basso_synth_1, 40, 90, 1, 0.9, 100, 64, 10),
                parte(Ruolo::accordi, "tappeto", "Pad", tappeto_caldo, 60, 58, 1, 1, 85, 64, 70),
@@ -180,9 +183,11 @@ Ricetta humanoid()
     r.ritmo_melodia = "riff";
     const char* a = "Cm7 | F | Cm7 | F | Abmaj7 | Bb | Cm7 | Cm7";
     const char* b = "Abmaj7 | Bb | Gm7 | Cm7 | Abmaj7 | Bb | G7 | G7";
+    // clang-format off
     r.forma = {{"Cm7 | Cm7 | F | F", 2, 1, 0, 0}, {a, 1, 2, 'a', 0}, {b, 1, 3, 'b', 0},
                {a, 1, 3, 'a', 1},                {"Abmaj7 | Bb | Cm7 | Cm7", 1, 1, 0, 0},
                {a, 1, 3, 'a', 2},                {b, 1, 3, 'b', 1}, {"Cm7 | F | Cm7 | Cm7", 1, 1, 0, 0}};
+    // clang-format on
     r.parti = {parte(Ruolo::batteria, "robot", "Drum machine", kit_808, 0, 95),
                parte(Ruolo::basso, "ottavi", "Synth bass", basso_synth_2, 38, 90, 1, 0.8, 100, 64, 10),
                parte(Ruolo::accordi, "tappeto", "Choir pad", tappeto_coro, 60, 54, 1, 1, 80, 64, 80),
@@ -229,8 +234,10 @@ Ricetta lastday()
     r.ritmo_melodia = "lirico";
     const char* a = "Am | F | C | G | Am | F | Dm7 | E7";
     const char* b = "F | G | Em7 | Am | Dm7 | G | Cmaj7 | E7sus4 E7";
+    // clang-format off
     r.forma = {{"Am | F | C | G", 1, 1, 0, 0}, {a, 1, 1, 'a', 0}, {a, 1, 2, 'a', 1},       {b, 1, 2, 'b', 0},
                {a, 1, 2, 'a', 1},             {b, 1, 3, 'b', 2}, {"F | G | Am | Am", 1, 1, 0, 0}};
+    // clang-format on
     r.parti = {parte(Ruolo::batteria, "ballata", "Drums", kit_standard, 0, 66, 2, 1, 80),
                parte(Ruolo::basso, "ballata", "Bass", basso_dita, 38, 72, 2),
                parte(Ruolo::arpeggio, "spezzato", "Piano left hand", pianoforte, 52, 70, 1, 1.8, 100, 56, 60),
@@ -253,8 +260,10 @@ Ricetta brezza()
     r.ritmo_melodia = "valzer";
     const char* a = "G | Bm | C | D7 | G | Em | Am7 | D7";
     const char* b = "C | D | Bm | Em | Am7 | D7 | G | D7sus4";
+    // clang-format off
     r.forma = {{"G | Cmaj7 | G | D7", 1, 1, 0, 0}, {a, 1, 2, 'a', 0}, {a, 1, 2, 'a', 1}, {b, 1, 3, 'b', 0},
                {a, 1, 2, 'a', 1},                  {b, 1, 3, 'b', 1}, {a, 1, 3, 'a', 2}, {"C | D7 | G | G", 1, 1, 0, 0}};
+    // clang-format on
     r.parti = {parte(Ruolo::batteria, "valzer", "Brushes", kit_spazzole, 0, 70, 2, 1, 80),
                parte(Ruolo::basso, "valzer", "Bass", contrabbasso, 43, 80),
                parte(Ruolo::arpeggio, "arpa", "Harp", arpa, 62, 60, 1, 1.5, 90, 40, 60),
@@ -276,8 +285,10 @@ Ricetta sevilana()
     r.ritmo_melodia = "vivace";
     const char* a = "Am | G | F | E | Am | G | F | E";
     const char* b = "Dm | C | Bb | A | Dm | C | Bb | A";
+    // clang-format off
     r.forma = {{"Am | G | F | E", 1, 1, 0, 0}, {a, 2, 2, 'a', 0}, {a, 2, 3, 'a', 1}, {b, 2, 2, 'b', 0},
                {a, 2, 3, 'a', 1},             {b, 2, 3, 'b', 1}, {a, 2, 3, 'a', 2}, {"F | E | F | E", 1, 3, 0, 0}};
+    // clang-format on
     r.parti = {parte(Ruolo::batteria, "sevillana", "Castanets and palmas", kit_standard, 0, 90, 2),
                parte(Ruolo::basso, "valzer", "Bass", contrabbasso, 40, 84, 2),
                parte(Ruolo::accordi, "rasgueado", "Rhythm guitar", chitarra_nylon, 57, 78, 1, 0.9, 100, 44, 45),
@@ -290,7 +301,8 @@ Ricetta sevilana()
 
 std::vector<Ricetta> tutte()
 {
-    return {chill1(), champion(), champs(), easycity(), inds_01(), humanoid(), iepact(), lastday(), brezza(), sevilana()};
+    return {chill1(),   champion(), champs(),  easycity(), inds_01(),
+            humanoid(), iepact(),   lastday(), brezza(),   sevilana()};
 }
 
 }  // namespace canzoni

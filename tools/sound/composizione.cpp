@@ -91,6 +91,7 @@ int nota_da_nome(const std::string& s, std::size_t& i)
 
 Accordo leggi_accordo(const std::string& nome)
 {
+    // clang-format off
     static const std::map<std::string, std::vector<int>> qualita = {
         {"", {0, 4, 7}},          {"m", {0, 3, 7}},           {"7", {0, 4, 7, 10}},        {"maj7", {0, 4, 7, 11}},
         {"m7", {0, 3, 7, 10}},    {"m7b5", {0, 3, 6, 10}},    {"dim", {0, 3, 6}},          {"dim7", {0, 3, 6, 9}},
@@ -100,6 +101,7 @@ Accordo leggi_accordo(const std::string& nome)
         {"5", {0, 7}},            {"aug", {0, 4, 8}},          {"7#9", {0, 4, 7, 10, 15}},  {"69", {0, 4, 7, 9, 14}},
         {"m11", {0, 3, 7, 10, 14, 17}},
     };
+    // clang-format on
     std::size_t i = 0;
     Accordo a;
     a.radice = nota_da_nome(nome, i);
@@ -118,8 +120,8 @@ Accordo leggi_accordo(const std::string& nome)
 std::vector<int> scala_tonalita(const Tonalita& t)
 {
     static const std::map<Modo, std::vector<int>> modi = {
-        {Modo::maggiore, {0, 2, 4, 5, 7, 9, 11}}, {Modo::minore, {0, 2, 3, 5, 7, 8, 10}},
-        {Modo::dorico, {0, 2, 3, 5, 7, 9, 10}},   {Modo::frigio, {0, 1, 3, 5, 7, 8, 10}},
+        {Modo::maggiore, {0, 2, 4, 5, 7, 9, 11}},  {Modo::minore, {0, 2, 3, 5, 7, 8, 10}},
+        {Modo::dorico, {0, 2, 3, 5, 7, 9, 10}},    {Modo::frigio, {0, 1, 3, 5, 7, 8, 10}},
         {Modo::misolidio, {0, 2, 4, 5, 7, 9, 10}},
     };
     std::vector<int> v;
@@ -343,15 +345,18 @@ struct StileBatteria {
     bool piatto = true;  // crash at the start of a section
 };
 
+// clang-format off
 // General MIDI drum notes.
 enum {
     cassa = 36, rullante = 38, bordo = 37, battimani = 39, rullante_el = 40, hh_chiuso = 42, hh_pedale = 44,
     hh_aperto = 46, piatto_crash = 49, ride = 51, campanaccio = 56, tamburello = 54, conga_bassa = 64,
     conga_alta = 63, maracas = 70, nacchere = 85, triangolo = 81, tom_basso = 45, tom_alto = 48, tom_pavimento = 41,
 };
+// clang-format on
 
 const StileBatteria& stile_batteria(const std::string& nome)
 {
+    // clang-format off
     static const std::map<std::string, StileBatteria> stili = {
         {"house",
          {4,
@@ -436,6 +441,7 @@ const StileBatteria& stile_batteria(const std::string& nome)
           {nacchere, nacchere, nacchere, nacchere},
           false}},
     };
+    // clang-format on
     const auto it = stili.find(nome);
     if (it == stili.end()) throw std::invalid_argument("unknown drum style: " + nome);
     return it->second;
@@ -489,7 +495,6 @@ void suona_batteria(const Contesto& c, const Parte& p, Traccia& t)
     }
 }
 
-
 // ================================================================ bass
 
 // The bass note of a chord in the bass's range.
@@ -509,8 +514,8 @@ void suona_basso(const Contesto& c, const Parte& p, Traccia& t)
         for (std::size_t k = 0; k < m.accordi.size(); ++k) {
             const Accordo& a = m.accordi[k];
             const int radice = nota_basso(a, p.registro);
-            const int quinta = a.contiene(classe(a.radice + 7)) ? radice + 7 - (radice + 7 > p.registro + 7 ? 12 : 0)
-                                                                  : radice;
+            const int quinta =
+                a.contiene(classe(a.radice + 7)) ? radice + 7 - (radice + 7 > p.registro + 7 ? 12 : 0) : radice;
             const long fine = a.inizio + a.durata;
             const Accordo& seguente = c.accordo_a(fine);
             const int arrivo = nota_basso(seguente, p.registro);
@@ -634,8 +639,10 @@ std::vector<Colpo> ritmo_accordi(const std::string& stile, const Misura& m, int 
         v = {{0, 0.8, 10}, {1, 0.4, -6}, {2, 0.8, 4}, {3, 0.4, -6}};
         if (m.sez->intensita >= 3) v.push_back({3.5, 0.25, 0}), v.push_back({3.75, 0.25, 4});
     } else if (stile == "inno") {
-        if (m.sez->intensita >= 3) v = {{0, 1.5, 8}, {1.5, 0.5, 0}, {2, 2, 4}};
-        else v = {{0, 2, 4}, {2, 2, 0}};
+        if (m.sez->intensita >= 3)
+            v = {{0, 1.5, 8}, {1.5, 0.5, 0}, {2, 2, 4}};
+        else
+            v = {{0, 2, 4}, {2, 2, 0}};
     } else if (stile == "funk") {
         static const char* schemi[] = {"..x..x.x..x..x.x", ".x.x..x...x.x..x", "..x.x..x.xx..x.."};
         const std::string s = schemi[m.globale % 3];
@@ -691,8 +698,8 @@ void suona_accordi(const Contesto& c, const Parte& p, Traccia& t)
             for (std::size_t k = 0; k < voci_accordo.size(); ++k) {
                 const std::size_t corda = in_su ? voci_accordo.size() - 1 - k : k;
                 const long sfasa = chitarra ? long(k) * 12 : 0;
-                t.note.push_back({inizio + sfasa, std::max(30L, durata - sfasa), voci_accordo[corda],
-                                  p.velocita + colpo.accento});
+                t.note.push_back(
+                    {inizio + sfasa, std::max(30L, durata - sfasa), voci_accordo[corda], p.velocita + colpo.accento});
             }
         }
         // A pad changes with each chord, not only at the rhythm's onsets.
@@ -744,14 +751,17 @@ void suona_arpeggio(const Contesto& c, const Parte& p, Traccia& t)
             } else if (p.stile == "arpa") {
                 // Broken chord over the bar: up and back down in quavers.
                 passo = 0.5;
-                giro = {toni[0], toni[std::min<std::size_t>(2, toni.size() - 1)], toni[std::min<std::size_t>(3, toni.size() - 1)],
-                        toni[std::min<std::size_t>(4, toni.size() - 1)], toni[std::min<std::size_t>(3, toni.size() - 1)],
+                giro = {toni[0],
+                        toni[std::min<std::size_t>(2, toni.size() - 1)],
+                        toni[std::min<std::size_t>(3, toni.size() - 1)],
+                        toni[std::min<std::size_t>(4, toni.size() - 1)],
+                        toni[std::min<std::size_t>(3, toni.size() - 1)],
                         toni[std::min<std::size_t>(1, toni.size() - 1)]};
             } else if (p.stile == "spezzato") {
                 // The left hand of a ballad: root, fifth, octave, tenth.
                 passo = 0.5;
                 const int r = nel_registro(a.basso, p.registro - 6);
-                const int terza = nel_registro(a.terza(), r + 12 + 3) ;
+                const int terza = nel_registro(a.terza(), r + 12 + 3);
                 giro = {r, r + 7, r + 12, terza, r + 12, r + 7, r + 12, r + 7};
             } else {
                 throw std::invalid_argument("unknown arpeggio style: " + p.stile);
@@ -824,12 +834,17 @@ Motivo crea_motivo(Caso& caso, const std::string& ritmo, int battiti)
     }
     const int fine_tipo = caso.intero(0, 2);
     if (battiti == 3) {
-        if (fine_tipo == 0) durate.insert(durate.end(), {3});
-        else durate.insert(durate.end(), {2, -1});
+        if (fine_tipo == 0)
+            durate.insert(durate.end(), {3});
+        else
+            durate.insert(durate.end(), {2, -1});
     } else {
-        if (fine_tipo == 0) durate.insert(durate.end(), {2});
-        else if (fine_tipo == 1) durate.insert(durate.end(), {1.5, -0.5});
-        else durate.insert(durate.end(), {1, -1});
+        if (fine_tipo == 0)
+            durate.insert(durate.end(), {2});
+        else if (fine_tipo == 1)
+            durate.insert(durate.end(), {1.5, -0.5});
+        else
+            durate.insert(durate.end(), {1, -1});
     }
 
     Motivo m;

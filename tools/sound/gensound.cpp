@@ -44,7 +44,8 @@ int main(int argc, char** argv)
             std::printf("    channel %2d  program %3d  %5zu notes  %s\n", t.canale + 1, t.programma, t.note.size(),
                         t.nome.c_str());
         if (secondi < 60 || secondi > 180) {
-            std::fprintf(stderr, "%s lasts %.0f s: a song must last from one to three minutes\n", r.titolo.c_str(), secondi);
+            std::fprintf(stderr, "%s lasts %.0f s: a song must last from one to three minutes\n", r.titolo.c_str(),
+                         secondi);
             tutto_bene = false;
         }
     }

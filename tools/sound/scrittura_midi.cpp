@@ -33,7 +33,10 @@ std::vector<unsigned char> meta(int tipo, const std::vector<unsigned char>& dati
     return v;
 }
 
-std::vector<unsigned char> testo(const std::string& s) { return meta(0x03, std::vector<unsigned char>(s.begin(), s.end())); }
+std::vector<unsigned char> testo(const std::string& s)
+{
+    return meta(0x03, std::vector<unsigned char>(s.begin(), s.end()));
+}
 
 // A note that sounds again before it has ended is cut short there, so that
 // its note-off does not silence the new one.
@@ -45,7 +48,8 @@ std::vector<Nota> senza_sovrapposizioni(std::vector<Nota> note)
         const auto it = ultima.find(note[i].altezza);
         if (it != ultima.end()) {
             Nota& prima = note[it->second];
-            if (prima.inizio + prima.durata >= note[i].inizio) prima.durata = std::max(10L, note[i].inizio - prima.inizio - 1);
+            if (prima.inizio + prima.durata >= note[i].inizio)
+                prima.durata = std::max(10L, note[i].inizio - prima.inizio - 1);
         }
         ultima[note[i].altezza] = i;
     }
@@ -54,8 +58,9 @@ std::vector<Nota> senza_sovrapposizioni(std::vector<Nota> note)
 
 bool aggiungi_traccia(smf_t* smf, std::vector<Evento> eventi, long fine)
 {
-    std::stable_sort(eventi.begin(), eventi.end(),
-                     [](const Evento& a, const Evento& b) { return a.tick != b.tick ? a.tick < b.tick : a.ordine < b.ordine; });
+    std::stable_sort(eventi.begin(), eventi.end(), [](const Evento& a, const Evento& b) {
+        return a.tick != b.tick ? a.tick < b.tick : a.ordine < b.ordine;
+    });
     smf_track_t* traccia = smf_track_new();
     if (!traccia) return false;
     smf_add_track(smf, traccia);
@@ -84,8 +89,9 @@ bool scrivi(const Brano& brano, const std::string& percorso, std::string& errore
     direttore.push_back({0, 0, meta(0x58, {static_cast<unsigned char>(brano.battiti), 2, 24, 8})});
     for (const auto& t : brano.tempi) {
         const long us = std::lround(60000000.0 / t.bpm);
-        direttore.push_back({t.tick, 1, meta(0x51, {static_cast<unsigned char>(us >> 16), static_cast<unsigned char>(us >> 8),
-                                                    static_cast<unsigned char>(us)})});
+        direttore.push_back({t.tick, 1,
+                             meta(0x51, {static_cast<unsigned char>(us >> 16), static_cast<unsigned char>(us >> 8),
+                                         static_cast<unsigned char>(us)})});
     }
     bool ok = aggiungi_traccia(smf.get(), direttore, brano.fine);
 
@@ -95,12 +101,16 @@ bool scrivi(const Brano& brano, const std::string& percorso, std::string& errore
         eventi.push_back({0, 0, testo(t.nome)});
         eventi.push_back({0, 0, {static_cast<unsigned char>(0xc0 | c), static_cast<unsigned char>(t.programma)}});
         for (auto [controllo, valore] : {std::pair{7, t.volume}, {10, t.pan}, {91, t.riverbero}, {93, t.coro}})
-            eventi.push_back({0, 0, {static_cast<unsigned char>(0xb0 | c), static_cast<unsigned char>(controllo),
-                                     static_cast<unsigned char>(std::clamp(valore, 0, 127))}});
+            eventi.push_back({0,
+                              0,
+                              {static_cast<unsigned char>(0xb0 | c), static_cast<unsigned char>(controllo),
+                               static_cast<unsigned char>(std::clamp(valore, 0, 127))}});
         for (const Nota& n : senza_sovrapposizioni(t.note)) {
             const auto altezza = static_cast<unsigned char>(n.altezza);
-            eventi.push_back({n.inizio, 2, {static_cast<unsigned char>(0x90 | c), altezza, static_cast<unsigned char>(n.velocita)}});
-            eventi.push_back({n.inizio + std::max(1L, n.durata), 1, {static_cast<unsigned char>(0x80 | c), altezza, 0}});
+            eventi.push_back(
+                {n.inizio, 2, {static_cast<unsigned char>(0x90 | c), altezza, static_cast<unsigned char>(n.velocita)}});
+            eventi.push_back(
+                {n.inizio + std::max(1L, n.durata), 1, {static_cast<unsigned char>(0x80 | c), altezza, 0}});
         }
         ok = ok && aggiungi_traccia(smf.get(), eventi, brano.fine);
     }
