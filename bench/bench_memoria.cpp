@@ -49,7 +49,9 @@ int partita(int larghezza, int altezza, bool musica)
     FrmTV& f = frmTV();
     basic::protetto([&] { f.gioco_imposta(); });
     if (!musica) f.nomusic_Click();
-    lascia_girare(1500);
+    // As a player would find it six seconds on: a song turned off lets its
+    // synthesiser go a few seconds later.
+    lascia_girare(6000);
     const long dopo_mano = long(banco::memoria_mib("VmRSS") * 1024);
     // The peak from here on.
     std::ofstream("/proc/self/clear_refs") << "5";
