@@ -96,6 +96,15 @@ struct UscitaAudio::Stato {
     QTimer riprova, chiusura;
     UscitaAudio* uscita = nullptr;
 
+    // Tells the game's thread, from the sound thread, that connection g has
+    // opened or been lost.
+    void segnala(void (UscitaAudio::*cosa)(unsigned), unsigned g)
+    {
+        UscitaAudio* u = uscita;
+        QMetaObject::invokeMethod(
+            u, [u, cosa, g] { (u->*cosa)(g); }, Qt::QueuedConnection);
+    }
+
     static void stato_contesto(pa_context* c, void* dati);
     static void stato_flusso(pa_stream* f, void* dati);
     static void scrivi(pa_stream* f, std::size_t byte, void* dati);
@@ -118,15 +127,13 @@ void UscitaAudio::Stato::stato_contesto(pa_context* c, void* dati)
         attesa.maxlength = attesa.prebuf = attesa.minreq = attesa.fragsize = std::uint32_t(-1);
         attesa.tlength = std::uint32_t(pa_usec_to_bytes(anticipo_us, &formato));
         if (pa_stream_connect_playback(s->flusso, nullptr, &attesa, PA_STREAM_ADJUST_LATENCY, nullptr, nullptr) < 0)
-            QMetaObject::invokeMethod(
-                s->uscita, [s, g] { s->uscita->persa(g); }, Qt::QueuedConnection);
+            s->segnala(&UscitaAudio::persa, g);
         break;
     }
     case PA_CONTEXT_FAILED:
     case PA_CONTEXT_TERMINATED:
         s->pronta = false;
-        QMetaObject::invokeMethod(
-            s->uscita, [s, g] { s->uscita->persa(g); }, Qt::QueuedConnection);
+        s->segnala(&UscitaAudio::persa, g);
         break;
     default: break;
     }
@@ -139,14 +146,12 @@ void UscitaAudio::Stato::stato_flusso(pa_stream* f, void* dati)
     switch (pa_stream_get_state(f)) {
     case PA_STREAM_READY:
         s->pronta = true;
-        QMetaObject::invokeMethod(
-            s->uscita, [s, g] { s->uscita->aperta(g); }, Qt::QueuedConnection);
+        s->segnala(&UscitaAudio::aperta, g);
         break;
     case PA_STREAM_FAILED:
     case PA_STREAM_TERMINATED:
         s->pronta = false;
-        QMetaObject::invokeMethod(
-            s->uscita, [s, g] { s->uscita->persa(g); }, Qt::QueuedConnection);
+        s->segnala(&UscitaAudio::persa, g);
         break;
     default: break;
     }
