@@ -90,6 +90,41 @@ private slots:
         QVERIFY2(coperta < 100, QByteArray::number(coperta));
     }
 
+    // The table keeps its drawing calls, not its pixels: any part of it,
+    // painted alone, is what the whole table shows there, wherever the part
+    // cuts through the felt, a card, a card half covered or the red frame.
+    void una_parte_come_il_tutto_data()
+    {
+        QTest::addColumn<double>("scala");
+        QTest::newRow("one pixel a unit") << 1.0;
+        QTest::newRow("1366 x 768") << 1366 / 1024.0;
+        QTest::newRow("1920 x 1080") << 1.875;
+        QTest::newRow("3840 x 2160") << 3.75;
+    }
+    void una_parte_come_il_tutto()
+    {
+        QFETCH(double, scala);
+        Canvas tela;
+        tela.ridimensiona(qRound(1024 * scala), qRound(768 * scala));
+        const QRectF tutto(0, 0, 1024, 768), cella(872, 320, 72, 96);
+        tela.PaintPicture(immagine_sfondo, tutto, tutto);
+        tela.PaintPicture(immagine_carte, cella, QRectF(71, 0, 71, 96));
+        tela.PaintPicture(immagine_carte, cella.translated(0, 16), QRectF(142, 96, 71, 96));
+        tela.PaintPicture(dorsi(1), cella.translated(72, 0), QRectF(0, 0, 72, 96));
+        tela.PaintPicture(immagine_sfondo, cella.translated(72, 0), cella.translated(72, 0));
+        tela.RettangoloVuoto(874, 338, 942, 430, qRgb(255, 0, 0), 2);
+        const QImage intera = tela.Image();
+        const QRect zona = tela.in_pixel(QRectF(820, 280, 204, 180));
+        for (int y = zona.top(); y < zona.bottom(); y += 37)
+            for (int x = zona.left(); x < zona.right(); x += 41) {
+                const QRect parte = QRect(x, y, 41 + x % 7, 37 + y % 5).intersected(intera.rect());
+                QCOMPARE(tela.Image(parte), intera.copy(parte));
+            }
+        const QPoint rosso = tela.in_pixel(QRectF(874, 380, 1, 1)).topLeft();
+        QCOMPARE(tela.Point(874, 380), 255L);
+        QCOMPARE(intera.pixel(rosso), qRgb(255, 0, 0));
+    }
+
     void il_pannello_ombreggiato()
     {
         FrmTV& f = frmTV();

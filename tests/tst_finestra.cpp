@@ -88,6 +88,8 @@ private slots:
         // The cards are painted again at the new size, as sharp as ever.
         QVERIFY(prova::cella_mostra(1, 41, long(mano_umano(1))));
         QVERIFY(prova::cella_mostra(13, 21, long(pozzo(1))));
+        // The window shows what the table holds, pixel for pixel.
+        QCOMPARE(f.tavolo->grab().toImage().convertToFormat(QImage::Format_RGB32), f.tela.Image());
         // A click lands on the card under the pointer at any size: the stock.
         const double sx = cliente.width() / 1024.0, sy = cliente.height() / 768.0;
         QTest::mouseClick(f.tavolo, Qt::LeftButton, {}, QPoint(prova::x_colonna(14) * sx, prova::y_riga(23) * sy));

@@ -5,6 +5,7 @@
 #include "ui/alta_risoluzione.h"
 
 #include <QPainter>
+#include <QRegion>
 
 #include <malloc.h>
 
@@ -13,14 +14,13 @@
 #include <cstring>
 
 namespace {
-// A hand paints a few hundred cards; past this many calls since the last
-// clear the surface stops keeping them and a resize stretches the picture.
-constexpr std::size_t tratti_massimi = 200000;
 // The scaled pieces kept at once: room for every card face and both backs,
 // with a few to spare, at the size a card has on the surface; and the
 // largest piece worth keeping (a whole table is drawn once a deal).
 constexpr int pezzi_massimi = 64;
 constexpr qsizetype pezzo_massimo = 1 << 20;
+// What a surface shows where nothing has been drawn yet.
+constexpr QRgb verde_finestra = qRgb(0, 192, 0);
 }  // namespace
 
 std::size_t qHash(const Canvas::Chiave& c, std::size_t seme) noexcept
@@ -35,11 +35,12 @@ struct FeltroFine {
     QImage immagine;
 };
 FeltroFine feltro_fine;
-// Rows of felt stretched at a time: a few hundred kilobytes on a 4K screen.
+// Rows stretched at a time over the whole surface: under a megabyte on a 4K
+// screen.
 constexpr int righe_per_striscia = 64;
 }  // namespace
 
-bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove)
+bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove, QImage& dest, QPoint origine, const QRect& ritaglio) const
 {
     if (scala_x() <= 1 && scala_y() <= 1) return false;
     const QSizeF tavolo(larghezza_logica, altezza_logica);
@@ -57,39 +58,27 @@ bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove)
         // smooth stretch of the whole felt over the surface gives: a stretch
         // steps along each row from its left end, so the rows are stretched
         // from there, a band at a time, and only the part asked for is kept.
-        for (int y = dove.top(); y <= dove.bottom(); y += righe_per_striscia) {
-            const int righe = std::min(righe_per_striscia, dove.bottom() + 1 - y);
-            // One band's pages serve every band and every cell.
-            static QImage banda;
-            if (banda.width() < dove.right() + 1 || banda.height() < righe)
-                banda = QImage(std::max(banda.width(), dove.right() + 1), righe_per_striscia, QImage::Format_RGB888);
-            QImage striscia(banda.bits(), dove.right() + 1, righe, banda.bytesPerLine(), QImage::Format_RGB888);
-            {
-                QPainter pittore(&striscia);
-                pittore.setRenderHint(QPainter::SmoothPixmapTransform, true);
-                pittore.translate(0, -y);
-                pittore.drawImage(QRectF(QPointF(0, 0), QSizeF(img_.size())), feltro_fine.immagine);
-            }
-            copia(striscia, QRect(dove.left(), 0, dove.width(), righe), QPoint(dove.left(), y));
-        }
+        a_strisce(dest, origine, ritaglio, QImage::Format_RGB888, [&](QPainter& pittore) {
+            pittore.drawImage(QRectF(QPointF(0, 0), QSizeF(misura_)), feltro_fine.immagine);
+        });
         return true;
     }
     const Chiave k{t.figura.cacheKey(), t.sorgente.x(), t.sorgente.y(), t.sorgente.width(),
                    t.sorgente.height(), dove.width(),   dove.height(),  true};
-    if (const QImage* pronto = pezzi_.object(k)) {
-        copia(*pronto, QRect(QPoint(0, 0), dove.size()), dove.topLeft());
-        return true;
+    const QImage* pronto = pezzi_.object(k);
+    if (!pronto) {
+        const double scala = std::max(dove.width() / t.sorgente.width(), dove.height() / t.sorgente.height());
+        const QImage fine = alta_risoluzione::fine(t.figura, scala);
+        if (fine.isNull()) return false;
+        auto* p = new QImage(alta_risoluzione::ricampiona(fine, t.figura.size(), t.sorgente, dove.size()));
+        pezzi_.insert(k, p, p->sizeInBytes());
+        pronto = pezzi_.object(k);
     }
-    const double scala = std::max(dove.width() / t.sorgente.width(), dove.height() / t.sorgente.height());
-    const QImage fine = alta_risoluzione::fine(t.figura, scala);
-    if (fine.isNull()) return false;
-    auto* p = new QImage(alta_risoluzione::ricampiona(fine, t.figura.size(), t.sorgente, dove.size()));
-    copia(*p, QRect(QPoint(0, 0), dove.size()), dove.topLeft());
-    pezzi_.insert(k, p, p->sizeInBytes());
+    copia(dest, origine, ritaglio, *pronto, dove.topLeft());
     return true;
 }
 
-const QImage* Canvas::pezzo(const QImage& figura, const QRectF& sorgente, QSize misura)
+const QImage* Canvas::pezzo(const QImage& figura, const QRectF& sorgente, QSize misura) const
 {
     // A bit of table restored under a card is a different piece for every
     // cell of the table: kept, they would fill the store with hundreds of
@@ -115,11 +104,31 @@ const QImage* Canvas::pezzo(const QImage& figura, const QRectF& sorgente, QSize 
     return pezzi_.object(k);
 }
 
-Canvas::Canvas() : img_(1024, 768, QImage::Format_RGB32)
+void Canvas::a_strisce(QImage& dest, QPoint origine, const QRect& ritaglio, QImage::Format formato,
+                       const std::function<void(QPainter&)>& disegna)
 {
-    img_.fill(qRgb(0, 192, 0));
-    misura_pezzi();
+    // Whatever part of the surface is painted, every pixel is the one a
+    // smooth stretch over the whole surface gives: a stretch steps along
+    // each row from its left end, so the rows are painted from there, a band
+    // at a time, and only the part asked for is kept.
+    for (int y = ritaglio.top(); y <= ritaglio.bottom(); y += righe_per_striscia) {
+        const int righe = std::min(righe_per_striscia, ritaglio.bottom() + 1 - y);
+        // One band's pages serve every band and every cell.
+        static QImage banda;
+        if (banda.width() < ritaglio.right() + 1 || banda.height() < righe || banda.depth() < 32)
+            banda = QImage(std::max(banda.width(), ritaglio.right() + 1), righe_per_striscia, QImage::Format_RGB32);
+        QImage striscia(banda.bits(), ritaglio.right() + 1, righe, banda.bytesPerLine(), formato);
+        {
+            QPainter pittore(&striscia);
+            pittore.setRenderHint(QPainter::SmoothPixmapTransform, true);
+            pittore.translate(0, -y);
+            disegna(pittore);
+        }
+        copia(dest, origine, ritaglio, striscia, QPoint(0, y));
+    }
 }
+
+Canvas::Canvas() : misura_(1024, 768) { misura_pezzi(); }
 
 void Canvas::misura_pezzi()
 {
@@ -130,38 +139,27 @@ void Canvas::misura_pezzi()
 
 void Canvas::ricorda(Tratto t)
 {
-    if (t.tipo == Tratto::Pulisci) {
-        tratti_.clear();
-        storia_completa_ = true;
-    }
-    if (!storia_completa_) return;
-    if (tratti_.size() >= tratti_massimi) {
-        tratti_.clear();
-        tratti_.shrink_to_fit();
-        storia_completa_ = false;
-        return;
-    }
+    if (t.tipo == Tratto::Pulisci) tratti_.clear();
+    // A picture hides every earlier picture that lies wholly inside it, at
+    // every size of the surface (edges are rounded alike): those calls can
+    // go, and a hand's list stays as long as the table has places.
+    if (t.tipo == Tratto::Figura && !t.figura.hasAlphaChannel())
+        std::erase_if(tratti_, [&](const Tratto& prima) {
+            return prima.tipo == Tratto::Figura && t.destinazione.contains(prima.destinazione);
+        });
     tratti_.push_back(std::move(t));
 }
 
 void Canvas::ridimensiona(int larghezza_px, int altezza_px)
 {
-    larghezza_px = std::max(1, larghezza_px);
-    altezza_px = std::max(1, altezza_px);
-    if (larghezza_px == img_.width() && altezza_px == img_.height()) return;
+    const QSize nuova(std::max(1, larghezza_px), std::max(1, altezza_px));
+    if (nuova == misura_) return;
     pezzi_.clear();
-    if (storia_completa_) {
-        img_ = QImage(larghezza_px, altezza_px, QImage::Format_RGB32);
-        img_.fill(qRgb(0, 192, 0));
-        misura_pezzi();
-        for (const Tratto& t : tratti_) esegui(t);
-    } else {
-        img_ = img_.scaled(larghezza_px, altezza_px, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-                   .convertToFormat(QImage::Format_RGB32);
-        misura_pezzi();
-    }
-    segnala(img_.rect());
+    misura_ = nuova;
+    misura_pezzi();
+    segnala(QRect(QPoint(0, 0), misura_));
 }
+
 QRect Canvas::in_pixel(const QRectF& r) const
 {
     // Edges are rounded the same way for every rectangle, so neighbouring
@@ -173,32 +171,29 @@ QRect Canvas::in_pixel(const QRectF& r) const
     return QRect(x1, y1, std::max(0, x2 - x1), std::max(0, y2 - y1));
 }
 
-void Canvas::copia(const QImage& figura, QRect sorgente, QPoint dove)
+void Canvas::copia(QImage& dest, QPoint origine, const QRect& ritaglio, const QImage& figura, QPoint dove)
 {
-    // The part of the source that exists and lands on the surface.
-    QRect da = sorgente.intersected(figura.rect());
-    dove += da.topLeft() - sorgente.topLeft();
-    const QRect a = QRect(dove, da.size()).intersected(img_.rect());
+    // The part of the picture that exists and lands inside the clip.
+    const QRect a = QRect(dove, figura.size()).intersected(ritaglio);
     if (a.isEmpty()) return;
-    da = QRect(da.topLeft() + (a.topLeft() - dove), a.size());
-    if (figura.format() != img_.format()) {
-        QPainter p(&img_);
-        p.drawImage(a.topLeft(), figura, da);
+    const QPoint da = a.topLeft() - dove, in_dest = a.topLeft() - origine;
+    if (figura.format() != dest.format()) {
+        QPainter p(&dest);
+        p.drawImage(in_dest, figura, QRect(da, a.size()));
         return;
     }
     // Opaque pixels of one format: a plain copy, row by row, is all a
     // painter would do, without the cost of starting one for every card.
     const std::size_t byte_riga = std::size_t(a.width()) * 4;
     for (int y = 0; y < a.height(); ++y)
-        std::memcpy(img_.scanLine(a.y() + y) + std::size_t(a.x()) * 4,
+        std::memcpy(dest.scanLine(in_dest.y() + y) + std::size_t(in_dest.x()) * 4,
                     figura.constScanLine(da.y() + y) + std::size_t(da.x()) * 4, byte_riga);
 }
 
 void Canvas::Cls(QRgb colore)
 {
-    Tratto t{Tratto::Pulisci, {}, {}, {}, colore, 0};
-    esegui(t);
-    ricorda(std::move(t));
+    ricorda(Tratto{Tratto::Pulisci, {}, {}, {}, colore, 0});
+    segnala(QRect(QPoint(0, 0), misura_));
     // A new hand: what the last one freed goes back to the system, rather
     // than stay with the allocator for good. (Giving every picture pages of
     // its own would do it too, but costs each start a few milliseconds of
@@ -210,81 +205,136 @@ void Canvas::PaintPicture(const QImage& figura, const QRectF& destinazione, cons
 {
     if (figura.isNull()) basic::errore(91);
     Tratto t{Tratto::Figura, figura, destinazione, sorgente, 0, 0};
-    esegui(t);
+    const QRect r = impronta(t);
     ricorda(std::move(t));
+    if (!r.isEmpty()) segnala(r);
 }
 
 void Canvas::PSet(double x, double y, QRgb colore)
 {
     Tratto t{Tratto::Punto, {}, QRectF(x, y, 0, 0), {}, colore, 0};
-    esegui(t);
+    const QRect r = impronta(t);
     ricorda(std::move(t));
+    if (!r.isEmpty()) segnala(r);
 }
 
 void Canvas::RettangoloVuoto(double x1, double y1, double x2, double y2, QRgb colore, int spessore_px)
 {
     Tratto t{Tratto::Cornice, {}, QRectF(QPointF(x1, y1), QPointF(x2, y2)), {}, colore, spessore_px};
-    esegui(t);
+    const QRect r = impronta(t);
     ricorda(std::move(t));
+    if (!r.isEmpty()) segnala(r);
 }
 
-void Canvas::esegui(const Tratto& t)
+QRect Canvas::impronta(const Tratto& t) const
+{
+    const QRect superficie(QPoint(0, 0), misura_);
+    switch (t.tipo) {
+    case Tratto::Pulisci: return superficie;
+    case Tratto::Figura: return in_pixel(t.destinazione).intersected(superficie);
+    case Tratto::Punto:
+        return QRect(int(std::floor(t.destinazione.x() * scala_x())), int(std::floor(t.destinazione.y() * scala_y())),
+                     1, 1)
+            .intersected(superficie);
+    case Tratto::Cornice: return cornice_px(t).intersected(superficie);
+    }
+    return {};
+}
+
+QRect Canvas::cornice_px(const Tratto& t) const
+{
+    const QRectF& r = t.destinazione;
+    const int ax = int(std::floor(r.left() * scala_x())), ay = int(std::floor(r.top() * scala_y()));
+    const int bx = int(std::floor(r.right() * scala_x())), by = int(std::floor(r.bottom() * scala_y()));
+    return QRect(QPoint(ax, ay), QPoint(bx, by));
+}
+
+void Canvas::esegui(const Tratto& t, QImage& dest, QPoint origine, const QRect& ritaglio) const
 {
     switch (t.tipo) {
-    case Tratto::Pulisci:
-        img_.fill(t.colore);
-        segnala(img_.rect());
+    case Tratto::Pulisci: {
+        const QRect r = ritaglio.translated(-origine);
+        for (int y = r.top(); y <= r.bottom(); ++y)
+            std::fill_n(reinterpret_cast<QRgb*>(dest.scanLine(y)) + r.left(), r.width(), t.colore | 0xff000000u);
         return;
+    }
     case Tratto::Figura: {
         const QRect dst = in_pixel(t.destinazione);
-        if (dst.isEmpty()) return;
-        if (dipingi_fine(t, dst)) {
-            segnala(dst);
-            return;
-        }
+        if (dipingi_fine(t, dst, dest, origine, ritaglio)) return;
         if (t.sorgente.size() == QSizeF(dst.size()) && t.sorgente.toRect() == t.sorgente)
-            copia(t.figura, t.sorgente.toRect(), dst.topLeft());
+            copia(dest, origine, ritaglio, t.figura, dst.topLeft() - t.sorgente.toRect().topLeft());
         else if (const QImage* pronto = pezzo(t.figura, t.sorgente, dst.size()))
-            copia(*pronto, QRect(QPoint(0, 0), dst.size()), dst.topLeft());
-        else {
-            QPainter p(&img_);
-            p.setRenderHint(QPainter::SmoothPixmapTransform, true);
-            p.drawImage(QRectF(dst), t.figura, t.sorgente);
-        }
-        segnala(dst);
+            copia(dest, origine, ritaglio, *pronto, dst.topLeft());
+        else
+            a_strisce(dest, origine, ritaglio, QImage::Format_RGB32,
+                      [&](QPainter& pittore) { pittore.drawImage(QRectF(dst), t.figura, t.sorgente); });
         return;
     }
     case Tratto::Punto: {
-        const int px = int(std::floor(t.destinazione.x() * scala_x()));
-        const int py = int(std::floor(t.destinazione.y() * scala_y()));
-        if (!img_.rect().contains(px, py)) return;
-        img_.setPixel(px, py, t.colore);
-        segnala(QRect(px, py, 1, 1));
+        const QPoint p = impronta(t).topLeft() - origine;
+        if (ritaglio.contains(p + origine)) dest.setPixel(p, t.colore);
         return;
     }
     case Tratto::Cornice: {
-        const QRectF& r = t.destinazione;
-        const int ax = int(std::floor(r.left() * scala_x())), ay = int(std::floor(r.top() * scala_y()));
-        const int bx = int(std::floor(r.right() * scala_x())), by = int(std::floor(r.bottom() * scala_y()));
-        const int w = bx - ax + 1, h = by - ay + 1;
+        const QRect r = cornice_px(t);
         const int s = std::max(1, t.spessore);
-        QPainter p(&img_);
-        p.fillRect(ax, ay, w, s, QColor(t.colore));
-        p.fillRect(ax, by - s + 1, w, s, QColor(t.colore));
-        p.fillRect(ax, ay, s, h, QColor(t.colore));
-        p.fillRect(bx - s + 1, ay, s, h, QColor(t.colore));
-        p.end();
-        segnala(QRect(ax, ay, w, h));
+        for (const QRect& lato :
+             {QRect(r.left(), r.top(), r.width(), s), QRect(r.left(), r.bottom() - s + 1, r.width(), s),
+              QRect(r.left(), r.top(), s, r.height()), QRect(r.right() - s + 1, r.top(), s, r.height())}) {
+            const QRect parte = lato.intersected(ritaglio).translated(-origine);
+            for (int y = parte.top(); y <= parte.bottom(); ++y)
+                std::fill_n(reinterpret_cast<QRgb*>(dest.scanLine(y)) + parte.left(), parte.width(),
+                            t.colore | 0xff000000u);
+        }
         return;
     }
     }
+}
+
+void Canvas::dipingi(QImage& dest, QPoint origine) const
+{
+    const QRect regione = QRect(origine, dest.size()).intersected(QRect(QPoint(0, 0), misura_));
+    if (regione.isEmpty()) return;
+    // From the last call back, each one that still shows somewhere in the
+    // region is painted, clipped to where it shows; what a picture covers,
+    // nothing before it can show through.
+    QRegion scoperta(regione);
+    std::vector<std::pair<const Tratto*, QRect>> da_fare;
+    for (auto t = tratti_.rbegin(); t != tratti_.rend() && !scoperta.isEmpty(); ++t) {
+        const QRect r = impronta(*t).intersected(regione);
+        if (r.isEmpty()) continue;
+        const QRegion vista = scoperta.intersected(r);
+        if (vista.isEmpty()) continue;
+        da_fare.emplace_back(&*t, vista.boundingRect());
+        if (t->tipo == Tratto::Cornice) {
+            const int s = std::max(1, t->spessore);
+            // A frame hides only its four sides.
+            const QRect c = cornice_px(*t);
+            scoperta -= QRegion(r).subtracted(QRegion(c.adjusted(s, s, -s, -s)));
+        } else if (t->tipo != Tratto::Figura || !t->figura.hasAlphaChannel()) {
+            scoperta -= QRegion(r);
+        }
+    }
+    const Tratto sotto{Tratto::Pulisci, {}, {}, {}, verde_finestra, 0};
+    for (const QRect& r : scoperta) esegui(sotto, dest, origine, r);
+    for (auto f = da_fare.rbegin(); f != da_fare.rend(); ++f) esegui(*f->first, dest, origine, f->second);
+}
+
+QImage Canvas::Image(const QRect& parte) const
+{
+    const QRect superficie(QPoint(0, 0), misura_);
+    const QRect r = parte.isNull() ? superficie : parte.intersected(superficie);
+    QImage img(r.size(), QImage::Format_RGB32);
+    if (!img.isNull()) dipingi(img, r.topLeft());
+    return img;
 }
 
 long Canvas::Point(double x, double y) const
 {
-    const int px = int(std::floor(x * scala_x()));
-    const int py = int(std::floor(y * scala_y()));
-    if (!img_.rect().contains(px, py)) return -1;
-    const QRgb c = img_.pixel(px, py);
+    const QPoint p(int(std::floor(x * scala_x())), int(std::floor(y * scala_y())));
+    if (!QRect(QPoint(0, 0), misura_).contains(p)) return -1;
+    QImage pixel(1, 1, QImage::Format_RGB32);
+    dipingi(pixel, p);
+    const QRgb c = pixel.pixel(0, 0);
     return long(qRed(c)) | long(qGreen(c)) << 8 | long(qBlue(c)) << 16;
 }

@@ -76,13 +76,28 @@ void TavoloWidget::paintEvent(QPaintEvent* e)
 {
     if (!tela) return;
     QPainter p(this);
-    // The canvas is read in place: a copy of it here would cost a whole
-    // surface of memory traffic for every repaint.
-    const QImage& img = tela->Image();
+    // The table is painted from its drawing calls straight into the window's
+    // own buffer, a band of rows at a time through one small picture.
     const double rapporto = double(tela->larghezza_px()) / std::max(1, width());
-    const QRect r = e->rect();
-    p.drawImage(QRectF(r), img,
-                QRectF(r.x() * rapporto, r.y() * rapporto, r.width() * rapporto, r.height() * rapporto));
+    for (const QRect& r : e->region()) {
+        const QRectF logico(r);
+        const QRectF fisico(r.x() * rapporto, r.y() * rapporto, r.width() * rapporto, r.height() * rapporto);
+        const QRect pixel = fisico.toAlignedRect();
+        const int righe = std::max(1, int(righe_di_banda / std::max(1.0, rapporto)));
+        for (int y = r.top(); y <= r.bottom(); y += righe) {
+            const int alte = std::min(righe, r.bottom() + 1 - y);
+            const QRectF parte(logico.x(), y, logico.width(), alte);
+            const QRectF sorgente(fisico.x(), y * rapporto, fisico.width(), alte * rapporto);
+            const QRect da = sorgente.toAlignedRect().intersected(pixel);
+            if (da.isEmpty()) continue;
+            if (banda_.width() < da.width() || banda_.height() < da.height())
+                banda_ = QImage(std::max(banda_.width(), da.width()), std::max(banda_.height(), da.height()),
+                                QImage::Format_RGB32);
+            QImage vista(banda_.bits(), da.width(), da.height(), banda_.bytesPerLine(), QImage::Format_RGB32);
+            tela->dipingi(vista, da.topLeft());
+            p.drawImage(parte, vista, sorgente.translated(-da.topLeft()));
+        }
+    }
 }
 
 void TavoloWidget::mousePressEvent(QMouseEvent* e)

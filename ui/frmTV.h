@@ -44,6 +44,12 @@ signals:
     void premuto(int pulsante, int maiuscole, float x, float y);
     void mosso(int pulsante, int maiuscole, float x, float y);
     void ridimensionato();
+
+private:
+    // Device rows of the table painted at a time, and the picture they pass
+    // through: a few hundred kilobytes at most.
+    static constexpr int righe_di_banda = 32;
+    QImage banda_;
 };
 
 // A picture box: a child window with a persistent picture of its own whose

@@ -210,7 +210,7 @@ void prepara_pannello(Canvas& tela, QWidget& pannello)
     // The copy is taken one unit to the right of the panel's own place.
     const QRect sorgente = tela.in_pixel(posto.translated(1, 0));
     const QRect bersaglio = tela.in_pixel(posto);
-    QImage copia = tela.Image().copy(sorgente).scaled(bersaglio.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation);
+    QImage copia = tela.Image(sorgente).scaled(bersaglio.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation);
     copia = copia.convertToFormat(QImage::Format_RGB32);
 
     // Half-tone screen: one dark teal dot every second screen pixel, the rows

@@ -235,7 +235,7 @@ double y_riga(int r) { return 16.0 * r + 8; }
 
 namespace prova {
 namespace {
-QImage riferimento(int colonna, int riga, int codice, bool coperta)
+QImage riferimento(int colonna, int riga, int codice, bool coperta, const QRect& parte)
 {
     FrmTV& f = frmTV();
     Canvas rif;
@@ -254,19 +254,18 @@ QImage riferimento(int colonna, int riga, int codice, bool coperta)
         const long k = (c - 1) % CARTE_PER_MAZZO;
         rif.PaintPicture(immagine_carte, cella, QRectF((k % 9) * 71, (k / 9) * 96, 71, 96));
     }
-    return rif.Image();
+    return rif.Image(parte);
 }
 }  // namespace
 
 bool cella_mostra(int colonna, int riga, int codice, bool coperta, int visibili, bool dal_basso)
 {
     FrmTV& f = frmTV();
-    const QImage rif = riferimento(colonna, riga, codice, coperta);
     const double y0 = dal_basso ? riga * 16 + 96 - 16 * visibili : riga * 16;
     // One pixel in from every edge: neighbours may share the edge pixels.
     QRect r = f.tela.in_pixel(QRectF((colonna - 1) * 72 + 8, y0, 72, 16.0 * visibili)).adjusted(1, 1, -1, -1);
-    r = r.intersected(f.tela.Image().rect());
-    return !r.isEmpty() && f.tela.Image().copy(r) == rif.copy(r);
+    r = r.intersected(QRect(0, 0, f.tela.larghezza_px(), f.tela.altezza_px()));
+    return !r.isEmpty() && f.tela.Image(r) == riferimento(colonna, riga, codice, coperta, r);
 }
 
 std::string cosa_mostra(int colonna, int riga)

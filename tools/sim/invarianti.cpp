@@ -255,8 +255,7 @@ const QImage& Controllore::riferimento(long colonna, long riga, long codice, boo
         prova_tela.PaintPicture(dorsi(aspetto), cella, QRectF(0, 0, dorsi(aspetto).width(), dorsi(aspetto).height()));
     else
         prova_tela.PaintPicture(immagine_carte, cella, QRectF((aspetto % 9) * 71, (aspetto / 9) * 96, 71, 96));
-    const QRect r = prova_tela.in_pixel(parte_controllata(colonna, riga)).intersected(prova_tela.Image().rect());
-    return riferimenti_[chiave] = prova_tela.Image().copy(r).convertToFormat(QImage::Format_RGB32);
+    return riferimenti_[chiave] = prova_tela.Image(prova_tela.in_pixel(parte_controllata(colonna, riga)));
 }
 
 std::vector<std::string> Controllore::controlla_tela(const Istantanea& s)
@@ -265,14 +264,7 @@ std::vector<std::string> Controllore::controlla_tela(const Istantanea& s)
     const Canvas& tela = frmTV().tela;
     auto mostra = [&](long colonna, long riga, long codice, bool coperta) {
         const QImage& atteso = riferimento(colonna, riga, codice, coperta);
-        const QRect r = tela.in_pixel(parte_controllata(colonna, riga)).intersected(tela.Image().rect());
-        if (r.size() != atteso.size()) return false;
-        const std::size_t byte = std::size_t(r.width()) * 4;
-        for (int y = 0; y < r.height(); ++y)
-            if (std::memcmp(tela.Image().constScanLine(r.y() + y) + std::size_t(r.x()) * 4, atteso.constScanLine(y),
-                            byte))
-                return false;
-        return true;
+        return tela.Image(tela.in_pixel(parte_controllata(colonna, riga))) == atteso;
     };
     for (long i = 1; i <= 14; ++i)
         if (!mostra(i, 41, s.mano_umano[std::size_t(i)], false))
