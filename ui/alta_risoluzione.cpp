@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/alta_risoluzione.h"
 
+#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QPainter>
+#include <QPointer>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
@@ -16,9 +19,11 @@ namespace alta_risoluzione {
 
 namespace {
 
-// Companions up to this size stay in memory (the face sheet, the backs); the
-// felt, several times bigger, is read again the few times it is needed.
-constexpr qsizetype byte_da_tenere = 8 << 20;
+// A companion read stays in memory while pictures are being drawn from it
+// (a deal, a turn), and goes this long after it was last asked for: the
+// pieces cut from it stay with the table, and the picture itself, up to
+// 23 MB decoded, would otherwise sit idle for the rest of the game.
+constexpr int tenuta_ms = 3000;
 const QString chiave_impronta = QStringLiteral("Classic-SHA1");
 // Pieces up to this many pixels (a card, a splash) get the sharper filter.
 constexpr qsizetype piccolo_massimo = 1 << 20;
@@ -38,6 +43,23 @@ struct Compagna {
     std::vector<Fine> fini;  // those that belong to it, coarsest first
 };
 std::vector<Compagna> compagne;
+
+// Lets every companion read go once none has been asked for a while.
+void lascia_tra_poco()
+{
+    static QPointer<QTimer> orologio;
+    if (!QCoreApplication::instance()) return;
+    if (!orologio) {
+        orologio = new QTimer(QCoreApplication::instance());
+        orologio->setSingleShot(true);
+        orologio->setInterval(tenuta_ms);
+        QObject::connect(orologio, &QTimer::timeout, [] {
+            for (Compagna& c : compagne)
+                for (Fine& f : c.fini) f.tenuta = QImage();
+        });
+    }
+    orologio->start();
+}
 
 // The companions of the classic file `percorso`, of size `misura`: the files
 // "<name>@2x", "@3x", "@4x" (PNG or JPEG) that are that many times its size
@@ -77,7 +99,7 @@ QImage scegli(std::vector<Fine>& fini, QSize misura, double scala)
         QImageReader lettore(f->file);
         const QImage figura = lettore.read();
         if (figura.size() == misura * f->volte) {
-            if (figura.sizeInBytes() <= byte_da_tenere) f->tenuta = figura;
+            f->tenuta = figura;
             return figura;
         }
         fini.erase(f);
@@ -217,6 +239,7 @@ QImage fine(const QImage& classica, double scala)
             c.cercate = true;
             c.fini = compagne_di(c.percorso, c.misura);
         }
+        lascia_tra_poco();
         return scegli(c.fini, c.misura, scala);
     }
     return {};

@@ -23,8 +23,8 @@ void registra(const QImage& classica, const QString& percorso);
 // The companion of a picture given to `registra` just fine enough for
 // `scala` screen pixels per pixel of it: the coarsest that is at least that
 // fine, or else the finest. Read on first use; null when it has none that
-// belongs to it. Companions of a few megabytes are kept; bigger ones (the
-// felt) are read again each time they are asked for.
+// belongs to it. A companion is kept until a few seconds after it was last
+// asked for, then read again the next time.
 QImage fine(const QImage& classica, double scala);
 
 // The rectangle `sorgente` of a classic picture (in its pixels) taken from its

@@ -29,12 +29,6 @@ std::size_t qHash(const Canvas::Chiave& c, std::size_t seme) noexcept
 }
 
 namespace {
-// The felt's finer companion, read once and shared by every surface.
-struct FeltroFine {
-    qint64 figura = 0;
-    QImage immagine;
-};
-FeltroFine feltro_fine;
 // Rows stretched at a time over the whole surface: under a megabyte on a 4K
 // screen.
 constexpr int righe_per_striscia = 64;
@@ -49,33 +43,48 @@ bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove, QImage& dest, QPoi
         // the classic picture shows the same as its companion, which would
         // cost the first table a whole-screen decoding and resampling.
         if (std::max(scala_x(), scala_y()) < 2) return false;
-        if (feltro_fine.figura != t.figura.cacheKey()) {
-            const QImage fine = alta_risoluzione::fine(t.figura, std::max(scala_x(), scala_y()));
-            if (fine.isNull()) return false;
-            feltro_fine = {t.figura.cacheKey(), fine.convertToFormat(QImage::Format_RGB888)};
-        }
-        // Whatever part of the table is drawn, every pixel is the one a
-        // smooth stretch of the whole felt over the surface gives: a stretch
-        // steps along each row from its left end, so the rows are stretched
-        // from there, a band at a time, and only the part asked for is kept.
+        const QImage fine = alta_risoluzione::fine(t.figura, std::max(scala_x(), scala_y()));
+        if (fine.isNull()) return false;
         a_strisce(dest, origine, ritaglio, QImage::Format_RGB888, [&](QPainter& pittore) {
-            pittore.drawImage(QRectF(QPointF(0, 0), QSizeF(misura_)), feltro_fine.immagine);
+            pittore.drawImage(QRectF(QPointF(0, 0), QSizeF(misura_)), fine);
         });
         return true;
     }
     const Chiave k{t.figura.cacheKey(), t.sorgente.x(), t.sorgente.y(), t.sorgente.width(),
                    t.sorgente.height(), dove.width(),   dove.height(),  true};
-    const QImage* pronto = pezzi_.object(k);
+    const QImage* pronto = apri(k);
     if (!pronto) {
         const double scala = std::max(dove.width() / t.sorgente.width(), dove.height() / t.sorgente.height());
         const QImage fine = alta_risoluzione::fine(t.figura, scala);
         if (fine.isNull()) return false;
-        auto* p = new QImage(alta_risoluzione::ricampiona(fine, t.figura.size(), t.sorgente, dove.size()));
-        pezzi_.insert(k, p, p->sizeInBytes());
-        pronto = pezzi_.object(k);
+        pronto = metti(k, alta_risoluzione::ricampiona(fine, t.figura.size(), t.sorgente, dove.size()));
     }
     copia(dest, origine, ritaglio, *pronto, dove.topLeft());
     return true;
+}
+
+const QImage* Canvas::apri(const Chiave& k) const
+{
+    if (aperto_ && *aperto_ == k) return &pezzo_aperto_;
+    const Pezzo* p = pezzi_.object(k);
+    if (!p) return nullptr;
+    dati_aperti_ = qUncompress(p->dati);
+    pezzo_aperto_ = QImage(reinterpret_cast<const uchar*>(dati_aperti_.constData()), p->misura.width(),
+                           p->misura.height(), p->misura.width() * 4, p->formato);
+    aperto_ = k;
+    return &pezzo_aperto_;
+}
+
+const QImage* Canvas::metti(const Chiave& k, const QImage& figura) const
+{
+    // A card is mostly flat paper and ink: packed, a piece takes a few
+    // times less room, and is unpacked in well under a millisecond.
+    auto* p = new Pezzo{qCompress(figura.constBits(), int(figura.sizeInBytes()), 1), figura.size(), figura.format()};
+    pezzi_.insert(k, p, p->dati.size());
+    aperto_ = k;
+    pezzo_aperto_ = figura;
+    dati_aperti_.clear();
+    return &pezzo_aperto_;
 }
 
 const QImage* Canvas::pezzo(const QImage& figura, const QRectF& sorgente, QSize misura) const
@@ -87,21 +96,20 @@ const QImage* Canvas::pezzo(const QImage& figura, const QRectF& sorgente, QSize 
         return nullptr;
     const Chiave k{figura.cacheKey(), sorgente.x(),   sorgente.y(),   sorgente.width(),
                    sorgente.height(), misura.width(), misura.height()};
-    if (const QImage* pronto = pezzi_.object(k)) return pronto;
+    if (const QImage* pronto = apri(k)) return pronto;
     const qsizetype byte = qsizetype(misura.width()) * misura.height() * 4;
     if (byte > pezzo_massimo) return nullptr;
     // Scaled as a painter would draw it, so a piece from the store and one
     // drawn afresh are the same pixels.
-    auto* p = new QImage(misura, figura.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
-    p->fill(Qt::transparent);
+    QImage p(misura, figura.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+    p.fill(Qt::transparent);
     {
-        QPainter pittore(p);
+        QPainter pittore(&p);
         pittore.setRenderHint(QPainter::SmoothPixmapTransform, true);
         pittore.setCompositionMode(QPainter::CompositionMode_Source);
         pittore.drawImage(QRectF(QPointF(0, 0), QSizeF(misura)), figura, sorgente);
     }
-    pezzi_.insert(k, p, byte);
-    return pezzi_.object(k);
+    return metti(k, p);
 }
 
 void Canvas::a_strisce(QImage& dest, QPoint origine, const QRect& ritaglio, QImage::Format formato,
@@ -155,6 +163,8 @@ void Canvas::ridimensiona(int larghezza_px, int altezza_px)
     const QSize nuova(std::max(1, larghezza_px), std::max(1, altezza_px));
     if (nuova == misura_) return;
     pezzi_.clear();
+    aperto_.reset();
+    pezzo_aperto_ = QImage();
     misura_ = nuova;
     misura_pezzi();
     segnala(QRect(QPoint(0, 0), misura_));
