@@ -9,6 +9,7 @@
 // window system's share as a player's desktop would.
 #include "banco.h"
 
+#include "platform/memoria.h"
 #include "ui/mdGraphics.h"
 
 #include <QElapsedTimer>
@@ -112,6 +113,8 @@ BENCHMARK(BM_memoria)
 int main(int argc, char** argv)
 {
     if (argc == 5 && std::strcmp(argv[1], "--game") == 0) {
+        // Started as the game starts.
+        piattaforma::memoria_parca();
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
         QApplication app(argc, argv);
         return partita(std::atoi(argv[2]), std::atoi(argv[3]), std::atoi(argv[4]) != 0);

@@ -45,9 +45,8 @@ bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove, QImage& dest, QPoi
         if (std::max(scala_x(), scala_y()) < 2) return false;
         const QImage fine = alta_risoluzione::fine(t.figura, std::max(scala_x(), scala_y()));
         if (fine.isNull()) return false;
-        a_strisce(dest, origine, ritaglio, QImage::Format_RGB888, [&](QPainter& pittore) {
-            pittore.drawImage(QRectF(QPointF(0, 0), QSizeF(misura_)), fine);
-        });
+        a_strisce(dest, origine, ritaglio, QImage::Format_RGB888,
+                  [&](QPainter& pittore) { pittore.drawImage(QRectF(QPointF(0, 0), QSizeF(misura_)), fine); });
         return true;
     }
     const Chiave k{t.figura.cacheKey(), t.sorgente.x(), t.sorgente.y(), t.sorgente.width(),

@@ -17,8 +17,6 @@
 #include <QScrollBar>
 #include <QWindow>
 
-#include <malloc.h>
-
 namespace {
 FrmTV* finestra_principale = nullptr;
 
@@ -169,10 +167,6 @@ void PannelloTesto::mousePressEvent(QMouseEvent* e)
 
 FrmTV::FrmTV()
 {
-    // Pictures decoded and card pieces resampled are big and short-lived:
-    // given pages of their own, they go back to the system when freed,
-    // instead of raising the allocator's bar for good after the first one.
-    mallopt(M_MMAP_THRESHOLD, 128 * 1024);
     finestra_principale = this;
     carica_risorse();
     setWindowTitle(QStringLiteral("Tavolata"));

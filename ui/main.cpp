@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Tavolata: Italian rummy, one player against the computer.
+#include "platform/memoria.h"
 #include "ui/frmSplash.h"
 #include "ui/frmTV.h"
 #include "ui/mdGraphics.h"
@@ -36,6 +37,7 @@ void finestre_senza_gl()
 
 int main(int argc, char** argv)
 {
+    piattaforma::memoria_parca();
     finestre_senza_gl();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tavolata"));
