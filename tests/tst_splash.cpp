@@ -38,10 +38,10 @@ private slots:
         sostituisci_caratteri();
         auto* s = new FrmSplash();
         s->show();
-        QVERIFY(!s->Picture1->pixmap().isNull());
         QTRY_VERIFY(esiste_frmTV() && frmTV().isVisible());
         QTRY_VERIFY(figure ? frmTV().gioco_avviato : basic::programma_terminato());
-        QVERIFY(!s->isVisible());
+        // Gone for good, with its picture.
+        QVERIFY(!s->isVisible() && s->Picture1->pixmap().isNull());
         const auto& r = piattaforma::prova::richieste();
         QCOMPARE(std::count(r.begin(), r.end(), "MsgBox|Unable to initialize graphics.|0|16|"), figure ? 0 : 1);
         QCOMPARE(basic::prova::ultimo_errore_fatale(), figure ? 0 : 91);

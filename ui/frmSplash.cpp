@@ -81,6 +81,9 @@ void FrmSplash::Form_Activate()
     if (carica_immagini() != 0)
         piattaforma::MsgBox("Unable to initialize graphics.", piattaforma::vbOKOnly, piattaforma::vbCritical);
     close();
+    // The splash is not seen again: its picture and its window's buffer go.
+    Picture1->clear();
+    destroy();
     principale->showMaximized();
     QApplication::processEvents();
     principale->gioco_imposta();
