@@ -18,6 +18,9 @@ namespace {
 // with a few to spare, at the size a card has on the surface; and the
 // largest piece worth keeping (a whole table is drawn once a deal).
 constexpr int pezzi_massimi = 64;
+// Of those, the ones kept open, ready to copy: a hand, the pile and the
+// backs, the cards a turn paints over and over.
+constexpr int pezzi_aperti = 24;
 constexpr qsizetype pezzo_massimo = 1 << 20;
 // What a surface shows where nothing has been drawn yet.
 constexpr QRgb verde_finestra = qRgb(0, 192, 0);
@@ -64,26 +67,30 @@ bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove, QImage& dest, QPoi
 
 const QImage* Canvas::apri(const Chiave& k) const
 {
-    if (aperto_ && *aperto_ == k) return &pezzo_aperto_;
+    if (const QImage* pronto = aperti_.object(k)) return pronto;
     const Pezzo* p = pezzi_.object(k);
     if (!p) return nullptr;
-    dati_aperti_ = qUncompress(p->dati);
-    pezzo_aperto_ = QImage(reinterpret_cast<const uchar*>(dati_aperti_.constData()), p->misura.width(),
-                           p->misura.height(), p->misura.width() * 4, p->formato);
-    aperto_ = k;
-    return &pezzo_aperto_;
+    const QByteArray dati = qUncompress(p->dati);
+    QImage figura(p->misura, p->formato);
+    if (dati.size() != figura.sizeInBytes()) return nullptr;
+    std::memcpy(figura.bits(), dati.constData(), std::size_t(dati.size()));
+    return tieni_aperto(k, figura);
 }
 
 const QImage* Canvas::metti(const Chiave& k, const QImage& figura) const
 {
     // A card is mostly flat paper and ink: packed, a piece takes a few
-    // times less room, and is unpacked in well under a millisecond.
+    // times less room, and is unpacked in a fraction of a millisecond.
     auto* p = new Pezzo{qCompress(figura.constBits(), int(figura.sizeInBytes()), 1), figura.size(), figura.format()};
     pezzi_.insert(k, p, p->dati.size());
-    aperto_ = k;
-    pezzo_aperto_ = figura;
-    dati_aperti_.clear();
-    return &pezzo_aperto_;
+    return tieni_aperto(k, figura);
+}
+
+const QImage* Canvas::tieni_aperto(const Chiave& k, const QImage& figura) const
+{
+    ultimo_ = figura;
+    aperti_.insert(k, new QImage(figura), figura.sizeInBytes());
+    return &ultimo_;
 }
 
 const QImage* Canvas::pezzo(const QImage& figura, const QRectF& sorgente, QSize misura) const
@@ -140,19 +147,28 @@ Canvas::Canvas() : misura_(1024, 768) { misura_pezzi(); }
 void Canvas::misura_pezzi()
 {
     const QRect carta = in_pixel(QRectF(8, 16, 72, 96));
-    pezzi_.setMaxCost(
-        std::max<qsizetype>(pezzo_massimo, qsizetype(pezzi_massimi) * carta.width() * carta.height() * 4));
+    const qsizetype byte_carta = qsizetype(carta.width()) * carta.height() * 4;
+    pezzi_.setMaxCost(std::max<qsizetype>(pezzo_massimo, pezzi_massimi * byte_carta));
+    aperti_.setMaxCost(std::max<qsizetype>(pezzo_massimo, pezzi_aperti * byte_carta));
 }
 
 void Canvas::ricorda(Tratto t)
 {
     if (t.tipo == Tratto::Pulisci) tratti_.clear();
     // A picture hides every earlier picture that lies wholly inside it, at
-    // every size of the surface (edges are rounded alike): those calls can
-    // go, and a hand's list stays as long as the table has places.
+    // every size of the surface (edges are rounded alike), and the marks
+    // and points drawn on it: a card drawn again wipes its red frame out.
+    // Those calls can go, and a hand's list stays as long as the table has
+    // places.
     if (t.tipo == Tratto::Figura && !t.figura.hasAlphaChannel())
         std::erase_if(tratti_, [&](const Tratto& prima) {
-            return prima.tipo == Tratto::Figura && t.destinazione.contains(prima.destinazione);
+            return prima.tipo != Tratto::Pulisci && t.destinazione.contains(prima.destinazione);
+        });
+    // A frame drawn again over itself hides the one before.
+    if (t.tipo == Tratto::Cornice)
+        std::erase_if(tratti_, [&](const Tratto& prima) {
+            return prima.tipo == Tratto::Cornice && prima.destinazione == t.destinazione &&
+                   std::max(1, prima.spessore) <= std::max(1, t.spessore);
         });
     tratti_.push_back(std::move(t));
 }
@@ -162,8 +178,8 @@ void Canvas::ridimensiona(int larghezza_px, int altezza_px)
     const QSize nuova(std::max(1, larghezza_px), std::max(1, altezza_px));
     if (nuova == misura_) return;
     pezzi_.clear();
-    aperto_.reset();
-    pezzo_aperto_ = QImage();
+    aperti_.clear();
+    ultimo_ = QImage();
     misura_ = nuova;
     misura_pezzi();
     segnala(QRect(QPoint(0, 0), misura_));
@@ -312,6 +328,14 @@ void Canvas::dipingi(QImage& dest, QPoint origine) const
     for (auto t = tratti_.rbegin(); t != tratti_.rend() && !scoperta.isEmpty(); ++t) {
         const QRect r = impronta(*t).intersected(regione);
         if (r.isEmpty()) continue;
+        // Most often one picture covers all that is left to paint.
+        const QRect resto = scoperta.boundingRect();
+        if (t->tipo != Tratto::Cornice && r.contains(resto) &&
+            (t->tipo != Tratto::Figura || !t->figura.hasAlphaChannel())) {
+            da_fare.emplace_back(&*t, resto);
+            scoperta = QRegion();
+            break;
+        }
         const QRegion vista = scoperta.intersected(r);
         if (vista.isEmpty()) continue;
         da_fare.emplace_back(&*t, vista.boundingRect());

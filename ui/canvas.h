@@ -13,7 +13,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <optional>
 #include <vector>
 
 class QPainter;
@@ -113,21 +112,21 @@ public:
 
 private:
     // The pieces used last are kept packed, as many as one table shows at
-    // once; the one used last is also kept open.
+    // once; those used most lately are also kept open.
     struct Pezzo {
         QByteArray dati;
         QSize misura;
         QImage::Format formato;
     };
     mutable QCache<Chiave, Pezzo> pezzi_;
-    mutable std::optional<Chiave> aperto_;
-    mutable QByteArray dati_aperti_;
-    mutable QImage pezzo_aperto_;
-    // The piece `k` ready to copy, null when the store has none; and a new
-    // piece put in the store, returned ready to copy. Each stays valid until
-    // the next piece is opened.
+    mutable QCache<Chiave, QImage> aperti_;
+    mutable QImage ultimo_;
+    // The piece `k` ready to copy, null when the store has none; a new piece
+    // put in the store, returned ready to copy; a piece kept open. Each
+    // stays valid until the next piece is asked for.
     const QImage* apri(const Chiave& k) const;
     const QImage* metti(const Chiave& k, const QImage& figura) const;
+    const QImage* tieni_aperto(const Chiave& k, const QImage& figura) const;
     void misura_pezzi();
 
     void segnala(const QRect& r)

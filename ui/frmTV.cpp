@@ -194,7 +194,9 @@ void FrmTV::crea_controlli()
     tela.modificato = [this](const QRect& r) {
         if (!tavolo) return;
         const double s = double(tela.larghezza_px()) / std::max(1, tavolo->width());
-        tavolo->update(QRectF(r.x() / s - 1, r.y() / s - 1, r.width() / s + 2, r.height() / s + 2).toRect());
+        // Exactly the points that hold the pixels drawn: a card repaints the
+        // card alone, without a sliver of felt around it to paint again.
+        tavolo->update(QRectF(r.x() / s, r.y() / s, r.width() / s, r.height() / s).toAlignedRect());
     };
     connect(tavolo, &TavoloWidget::premuto, this,
             [this](int b, int s, float x, float y) { basic::protetto([&] { Form_MouseDown(b, s, x, y); }); });
