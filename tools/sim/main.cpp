@@ -4,7 +4,7 @@
 // a separate program built on the same library.
 //
 //   tavolata-sim [--hands N] [--seed S] [--table WxH] [--shots DIR] [--no-noise] [--quiet] [--digest]
-//   [--turn-lengths]
+//   [--turn-lengths] [--no-checks]
 //
 // --table sets the size of the table in screen pixels (1024x768 by default);
 // the game draws the same table at any size, and a small one plays faster.
@@ -17,12 +17,16 @@
 // to the game's waits would shift the noise from run to run.
 // --turn-lengths adds how long the computer's turns last, in the pauses they
 // ask for, with the longest of them.
+// --no-checks plays without checking the game after each move, and without
+// the pictures the checks keep to compare with: the game's own memory, as a
+// long game holds it.
 //
 // Exit code 0 when nothing was met but the fatal ends and the quirks that the
 // game keeps on purpose, 1 after any failure, 2 for a wrong command line or
 // missing pictures.
 #include "simulatore.h"
 
+#include "platform/memoria.h"
 #include "platform/mmc.h"
 
 #include <QApplication>
@@ -37,7 +41,7 @@ namespace {
 void uso()
 {
     std::fprintf(stderr, "usage: tavolata-sim [--hands N] [--seed S] [--table WxH] [--shots DIR] [--no-noise] [--quiet]"
-                         " [--digest] [--turn-lengths]\n");
+                         " [--digest] [--turn-lengths] [--no-checks]\n");
 }
 }  // namespace
 
@@ -64,6 +68,8 @@ int main(int argc, char** argv)
             impronta = true;
         } else if (a == "--turn-lengths") {
             opzioni.lunghezze_turni = true;
+        } else if (a == "--no-checks") {
+            opzioni.controlli = false;
         } else {
             uso();
             return 2;
@@ -75,6 +81,7 @@ int main(int argc, char** argv)
     }
     // Headless unless told otherwise.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    piattaforma::memoria_parca();
     QApplication app(argc, argv);
     if (impronta) MMControl::prova_orologio(0.01);
     try {
