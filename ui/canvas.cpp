@@ -18,9 +18,9 @@ namespace {
 // with a few to spare, at the size a card has on the surface; and the
 // largest piece worth keeping (a whole table is drawn once a deal).
 constexpr int pezzi_massimi = 64;
-// Of those, the ones kept open, ready to copy: a hand, the pile and the
-// backs, the cards a turn paints over and over.
-constexpr int pezzi_aperti = 24;
+// Of those, the ones kept open, ready to copy: the few cards a move paints
+// over and over (more made the moves no quicker).
+constexpr int pezzi_aperti = 8;
 constexpr qsizetype pezzo_massimo = 1 << 20;
 // What a surface shows where nothing has been drawn yet.
 constexpr QRgb verde_finestra = qRgb(0, 192, 0);
@@ -125,12 +125,11 @@ void Canvas::a_strisce(QImage& dest, QPoint origine, const QRect& ritaglio, QIma
     // smooth stretch over the whole surface gives: a stretch steps along
     // each row from its left end, so the rows are painted from there, a band
     // at a time, and only the part asked for is kept.
+    // One band's pages serve every band of the part; they go back when
+    // it is painted.
+    QImage banda(ritaglio.right() + 1, std::min(righe_per_striscia, ritaglio.height()), QImage::Format_RGB32);
     for (int y = ritaglio.top(); y <= ritaglio.bottom(); y += righe_per_striscia) {
         const int righe = std::min(righe_per_striscia, ritaglio.bottom() + 1 - y);
-        // One band's pages serve every band and every cell.
-        static QImage banda;
-        if (banda.width() < ritaglio.right() + 1 || banda.height() < righe || banda.depth() < 32)
-            banda = QImage(std::max(banda.width(), ritaglio.right() + 1), righe_per_striscia, QImage::Format_RGB32);
         QImage striscia(banda.bits(), ritaglio.right() + 1, righe, banda.bytesPerLine(), formato);
         {
             QPainter pittore(&striscia);
