@@ -148,6 +148,13 @@ private:
         // about 5 MB less than the whole soundfont, for a difference in the
         // sound 57 dB below it (notes that start a few samples apart).
         fluid_settings_setint(impostazioni_, "synth.dynamic-sample-loading", 1);
+        // Each voice costs some 11 KB of heap (2.8 MB for 256), and cannot be
+        // trimmed: Champs sounds 211 voices at once (Brezza 99, the others
+        // under 90), and at 200 it takes voices from notes still sounding.
+        // The queue that carries notes to the mixer and hands ended voices back
+        // is sized from this number once, when the synthesizer is made: made
+        // smaller and raised later, it loses the voices a stop ends together.
+        fluid_settings_setint(impostazioni_, "synth.polyphony", 256);
         synth_ = new_fluid_synth(impostazioni_);
         for (const char* sf : {"/usr/share/sounds/sf2/default-GM.sf2", "/usr/share/sounds/sf2/TimGM6mb.sf2",
                                "/usr/share/sounds/sf2/FluidR3_GM.sf2"})
