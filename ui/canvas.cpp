@@ -14,13 +14,12 @@
 #include <cstring>
 
 namespace {
-// The scaled pieces kept at once: room for every card face and both backs,
-// with a few to spare, at the size a card has on the surface; and the
-// largest piece worth keeping (a whole table is drawn once a deal).
-constexpr int pezzi_massimi = 64;
-// Of those, the ones kept open, ready to copy: the few cards a move paints
-// over and over (more made the moves no quicker).
-constexpr int pezzi_aperti = 8;
+// The scaled pieces kept at once, at the size a card has on the surface: a
+// hand, the pile and the backs, the cards a turn paints over and over (a
+// piece of a card packs poorly, to two thirds at best); and the largest
+// piece worth keeping (a whole table is drawn once a deal). A table that
+// shows more cards than these cuts the rest afresh when it is painted whole.
+constexpr int pezzi_massimi = 24;
 constexpr qsizetype pezzo_massimo = 1 << 20;
 // What a surface shows where nothing has been drawn yet.
 constexpr QRgb verde_finestra = qRgb(0, 192, 0);
@@ -32,9 +31,9 @@ std::size_t qHash(const Canvas::Chiave& c, std::size_t seme) noexcept
 }
 
 namespace {
-// Rows stretched at a time over the whole surface: under a megabyte on a 4K
-// screen.
-constexpr int righe_per_striscia = 64;
+// Rows stretched at a time over the whole surface: a quarter of a megabyte
+// on a 4K screen.
+constexpr int righe_per_striscia = 16;
 }  // namespace
 
 bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove, QImage& dest, QPoint origine, const QRect& ritaglio) const
@@ -54,7 +53,7 @@ bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove, QImage& dest, QPoi
     }
     const Chiave k{t.figura.cacheKey(), t.sorgente.x(), t.sorgente.y(), t.sorgente.width(),
                    t.sorgente.height(), dove.width(),   dove.height(),  true};
-    const QImage* pronto = apri(k);
+    const QImage* pronto = pezzi_.object(k);
     if (!pronto) {
         const double scala = std::max(dove.width() / t.sorgente.width(), dove.height() / t.sorgente.height());
         const QImage fine = alta_risoluzione::fine(t.figura, scala);
@@ -65,31 +64,10 @@ bool Canvas::dipingi_fine(const Tratto& t, const QRect& dove, QImage& dest, QPoi
     return true;
 }
 
-const QImage* Canvas::apri(const Chiave& k) const
-{
-    if (const QImage* pronto = aperti_.object(k)) return pronto;
-    const Pezzo* p = pezzi_.object(k);
-    if (!p) return nullptr;
-    const QByteArray dati = qUncompress(p->dati);
-    QImage figura(p->misura, p->formato);
-    if (dati.size() != figura.sizeInBytes()) return nullptr;
-    std::memcpy(figura.bits(), dati.constData(), std::size_t(dati.size()));
-    return tieni_aperto(k, figura);
-}
-
 const QImage* Canvas::metti(const Chiave& k, const QImage& figura) const
 {
-    // A card is mostly flat paper and ink: packed, a piece takes a few
-    // times less room, and is unpacked in a fraction of a millisecond.
-    auto* p = new Pezzo{qCompress(figura.constBits(), int(figura.sizeInBytes()), 1), figura.size(), figura.format()};
-    pezzi_.insert(k, p, p->dati.size());
-    return tieni_aperto(k, figura);
-}
-
-const QImage* Canvas::tieni_aperto(const Chiave& k, const QImage& figura) const
-{
     ultimo_ = figura;
-    aperti_.insert(k, new QImage(figura), figura.sizeInBytes());
+    pezzi_.insert(k, new QImage(figura), figura.sizeInBytes());
     return &ultimo_;
 }
 
@@ -102,7 +80,7 @@ const QImage* Canvas::pezzo(const QImage& figura, const QRectF& sorgente, QSize 
         return nullptr;
     const Chiave k{figura.cacheKey(), sorgente.x(),   sorgente.y(),   sorgente.width(),
                    sorgente.height(), misura.width(), misura.height()};
-    if (const QImage* pronto = apri(k)) return pronto;
+    if (const QImage* pronto = pezzi_.object(k)) return pronto;
     const qsizetype byte = qsizetype(misura.width()) * misura.height() * 4;
     if (byte > pezzo_massimo) return nullptr;
     // Scaled as a painter would draw it, so a piece from the store and one
@@ -125,11 +103,12 @@ void Canvas::a_strisce(QImage& dest, QPoint origine, const QRect& ritaglio, QIma
     // smooth stretch over the whole surface gives: a stretch steps along
     // each row from its left end, so the rows are painted from there, a band
     // at a time, and only the part asked for is kept.
-    // One band's pages serve every band of the part; they go back when
-    // it is painted.
-    QImage banda(ritaglio.right() + 1, std::min(righe_per_striscia, ritaglio.height()), QImage::Format_RGB32);
     for (int y = ritaglio.top(); y <= ritaglio.bottom(); y += righe_per_striscia) {
         const int righe = std::min(righe_per_striscia, ritaglio.bottom() + 1 - y);
+        // One band's pages serve every band and every paint.
+        static QImage banda;
+        if (banda.width() < ritaglio.right() + 1)
+            banda = QImage(ritaglio.right() + 1, righe_per_striscia, QImage::Format_RGB32);
         QImage striscia(banda.bits(), ritaglio.right() + 1, righe, banda.bytesPerLine(), formato);
         {
             QPainter pittore(&striscia);
@@ -148,7 +127,6 @@ void Canvas::misura_pezzi()
     const QRect carta = in_pixel(QRectF(8, 16, 72, 96));
     const qsizetype byte_carta = qsizetype(carta.width()) * carta.height() * 4;
     pezzi_.setMaxCost(std::max<qsizetype>(pezzo_massimo, pezzi_massimi * byte_carta));
-    aperti_.setMaxCost(std::max<qsizetype>(pezzo_massimo, pezzi_aperti * byte_carta));
 }
 
 void Canvas::ricorda(Tratto t)
@@ -177,7 +155,6 @@ void Canvas::ridimensiona(int larghezza_px, int altezza_px)
     const QSize nuova(std::max(1, larghezza_px), std::max(1, altezza_px));
     if (nuova == misura_) return;
     pezzi_.clear();
-    aperti_.clear();
     ultimo_ = QImage();
     misura_ = nuova;
     misura_pezzi();

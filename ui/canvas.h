@@ -111,22 +111,12 @@ public:
     };
 
 private:
-    // The pieces used last are kept packed, as many as one table shows at
-    // once; those used most lately are also kept open.
-    struct Pezzo {
-        QByteArray dati;
-        QSize misura;
-        QImage::Format formato;
-    };
-    mutable QCache<Chiave, Pezzo> pezzi_;
-    mutable QCache<Chiave, QImage> aperti_;
+    // The pieces used last are kept, a hand's worth.
+    mutable QCache<Chiave, QImage> pezzi_;
     mutable QImage ultimo_;
-    // The piece `k` ready to copy, null when the store has none; a new piece
-    // put in the store, returned ready to copy; a piece kept open. Each
-    // stays valid until the next piece is asked for.
-    const QImage* apri(const Chiave& k) const;
+    // Puts a new piece in the store and returns it ready to copy, valid
+    // until the next piece is made.
     const QImage* metti(const Chiave& k, const QImage& figura) const;
-    const QImage* tieni_aperto(const Chiave& k, const QImage& figura) const;
     void misura_pezzi();
 
     void segnala(const QRect& r)

@@ -84,18 +84,17 @@ void TavoloWidget::paintEvent(QPaintEvent* e)
         const QRectF fisico(r.x() * rapporto, r.y() * rapporto, r.width() * rapporto, r.height() * rapporto);
         const QRect pixel = fisico.toAlignedRect();
         const int righe = std::max(1, int(righe_di_banda / std::max(1.0, rapporto)));
-        // One band's pages serve the whole paint; they go back after it.
-        QImage banda;
+
         for (int y = r.top(); y <= r.bottom(); y += righe) {
             const int alte = std::min(righe, r.bottom() + 1 - y);
             const QRectF parte(logico.x(), y, logico.width(), alte);
             const QRectF sorgente(fisico.x(), y * rapporto, fisico.width(), alte * rapporto);
             const QRect da = sorgente.toAlignedRect().intersected(pixel);
             if (da.isEmpty()) continue;
-            if (banda.width() < da.width() || banda.height() < da.height())
-                banda = QImage(std::max(banda.width(), da.width()), std::max(banda.height(), da.height()),
-                               QImage::Format_RGB32);
-            QImage vista(banda.bits(), da.width(), da.height(), banda.bytesPerLine(), QImage::Format_RGB32);
+            if (banda_.width() < da.width() || banda_.height() < da.height())
+                banda_ = QImage(std::max(banda_.width(), da.width()), std::max(banda_.height(), da.height()),
+                                QImage::Format_RGB32);
+            QImage vista(banda_.bits(), da.width(), da.height(), banda_.bytesPerLine(), QImage::Format_RGB32);
             tela->dipingi(vista, da.topLeft());
             p.drawImage(parte, vista, sorgente.translated(-da.topLeft()));
         }
