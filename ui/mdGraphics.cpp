@@ -89,11 +89,11 @@ QImage carica_figura(const QString& nome)
         qWarning("tavolata: %s: picture cannot be read", qPrintable(QDir::toNativeSeparators(percorso)));
         basic::errore(481);
     }
-    // The table and the face sheet, the two big pictures, are kept at three
-    // bytes a pixel: they are only ever stretched or copied from, and the
-    // stretch gives the same pixels from either form.
-    const bool grande = nome == QLatin1String("/SfondoTV2.jpg") || nome == QLatin1String("/totale.bmp");
-    figura = figura.convertToFormat(grande ? QImage::Format_RGB888 : QImage::Format_RGB32);
+    // The face sheet is kept at three bytes a pixel: it is only ever cut
+    // into pieces, once per size, and the stretch gives the same pixels from
+    // either form. The felt, copied at every paint, stays at four.
+    const bool fogli = nome == QLatin1String("/totale.bmp");
+    figura = figura.convertToFormat(fogli ? QImage::Format_RGB888 : QImage::Format_RGB32);
     alta_risoluzione::registra(figura, percorso);
     return figura;
 }
