@@ -125,6 +125,30 @@ private slots:
         QCOMPARE(intera.pixel(rosso), qRgb(255, 0, 0));
     }
 
+    // However long a hand, the table keeps no more calls than it has places:
+    // a card drawn again drops the one it covers, and the mark with it; a
+    // mark drawn again drops the one before.
+    void la_lista_resta_corta()
+    {
+        Canvas tela;
+        const QRectF tutto(0, 0, 1024, 768);
+        tela.Cls(qRgb(0, 192, 0));
+        tela.PaintPicture(immagine_sfondo, tutto, tutto);
+        for (int giro = 0; giro < 300; ++giro)
+            for (int k = 0; k < 14; ++k) {
+                const QRectF cella(8 + 72 * k, 656, 72, 96);
+                tela.PaintPicture(immagine_carte, cella, QRectF(71 * (giro % 9), 0, 71, 96));
+                tela.RettangoloVuoto(10 + 72 * k, 658, 78 + 72 * k, 750, qRgb(255, 0, 0), 2);
+                tela.RettangoloVuoto(10 + 72 * k, 658, 78 + 72 * k, 750, qRgb(255, 0, 0), 2);
+            }
+        QCOMPARE(tela.tratti(), std::size_t(2 + 14 * 2));
+        QCOMPARE(tela.Point(10, 700), 255L);
+        for (int k = 0; k < 14; ++k)
+            tela.PaintPicture(immagine_carte, QRectF(8 + 72 * k, 656, 72, 96), QRectF(0, 0, 71, 96));
+        QCOMPARE(tela.tratti(), std::size_t(2 + 14));
+        QVERIFY(tela.Point(10, 700) != 255L);
+    }
+
     void il_pannello_ombreggiato()
     {
         FrmTV& f = frmTV();
