@@ -129,15 +129,18 @@ void Canvas::misura_pezzi()
     pezzi_.setMaxCost(std::max<qsizetype>(pezzo_massimo, pezzi_massimi * byte_carta));
 }
 
+bool Canvas::copre(const Tratto& t) { return t.tipo != Tratto::Figura || !t.figura.hasAlphaChannel(); }
+
 void Canvas::ricorda(Tratto t)
 {
+    const QRect r = impronta(t);
     if (t.tipo == Tratto::Pulisci) tratti_.clear();
     // A picture hides every earlier picture that lies wholly inside it, at
     // every size of the surface (edges are rounded alike), and the marks
     // and points drawn on it: a card drawn again wipes its red frame out.
     // Those calls can go, and a hand's list stays as long as the table has
     // places.
-    if (t.tipo == Tratto::Figura && !t.figura.hasAlphaChannel())
+    if (t.tipo == Tratto::Figura && copre(t))
         std::erase_if(tratti_, [&](const Tratto& prima) {
             return prima.tipo != Tratto::Pulisci && t.destinazione.contains(prima.destinazione);
         });
@@ -148,6 +151,7 @@ void Canvas::ricorda(Tratto t)
                    std::max(1, prima.spessore) <= std::max(1, t.spessore);
         });
     tratti_.push_back(std::move(t));
+    if (!r.isEmpty()) segnala(r);
 }
 
 void Canvas::ridimensiona(int larghezza_px, int altezza_px)
@@ -194,7 +198,6 @@ void Canvas::copia(QImage& dest, QPoint origine, const QRect& ritaglio, const QI
 void Canvas::Cls(QRgb colore)
 {
     ricorda(Tratto{Tratto::Pulisci, {}, {}, {}, colore, 0});
-    segnala(QRect(QPoint(0, 0), misura_));
     // A new hand: what the last one freed goes back to the system, rather
     // than stay with the allocator for good. (Giving every picture pages of
     // its own would do it too, but costs each start a few milliseconds of
@@ -205,26 +208,17 @@ void Canvas::Cls(QRgb colore)
 void Canvas::PaintPicture(const QImage& figura, const QRectF& destinazione, const QRectF& sorgente)
 {
     if (figura.isNull()) basic::errore(91);
-    Tratto t{Tratto::Figura, figura, destinazione, sorgente, 0, 0};
-    const QRect r = impronta(t);
-    ricorda(std::move(t));
-    if (!r.isEmpty()) segnala(r);
+    ricorda(Tratto{Tratto::Figura, figura, destinazione, sorgente, 0, 0});
 }
 
 void Canvas::PSet(double x, double y, QRgb colore)
 {
-    Tratto t{Tratto::Punto, {}, QRectF(x, y, 0, 0), {}, colore, 0};
-    const QRect r = impronta(t);
-    ricorda(std::move(t));
-    if (!r.isEmpty()) segnala(r);
+    ricorda(Tratto{Tratto::Punto, {}, QRectF(x, y, 0, 0), {}, colore, 0});
 }
 
 void Canvas::RettangoloVuoto(double x1, double y1, double x2, double y2, QRgb colore, int spessore_px)
 {
-    Tratto t{Tratto::Cornice, {}, QRectF(QPointF(x1, y1), QPointF(x2, y2)), {}, colore, spessore_px};
-    const QRect r = impronta(t);
-    ricorda(std::move(t));
-    if (!r.isEmpty()) segnala(r);
+    ricorda(Tratto{Tratto::Cornice, {}, QRectF(QPointF(x1, y1), QPointF(x2, y2)), {}, colore, spessore_px});
 }
 
 QRect Canvas::impronta(const Tratto& t) const
@@ -250,15 +244,19 @@ QRect Canvas::cornice_px(const Tratto& t) const
     return QRect(QPoint(ax, ay), QPoint(bx, by));
 }
 
+namespace {
+// Fills the rectangle `r` of `dest` (its own pixels) with an opaque colour.
+void riempi(QImage& dest, const QRect& r, QRgb colore)
+{
+    for (int y = r.top(); y <= r.bottom(); ++y)
+        std::fill_n(reinterpret_cast<QRgb*>(dest.scanLine(y)) + r.left(), r.width(), colore | 0xff000000u);
+}
+}  // namespace
+
 void Canvas::esegui(const Tratto& t, QImage& dest, QPoint origine, const QRect& ritaglio) const
 {
     switch (t.tipo) {
-    case Tratto::Pulisci: {
-        const QRect r = ritaglio.translated(-origine);
-        for (int y = r.top(); y <= r.bottom(); ++y)
-            std::fill_n(reinterpret_cast<QRgb*>(dest.scanLine(y)) + r.left(), r.width(), t.colore | 0xff000000u);
-        return;
-    }
+    case Tratto::Pulisci: riempi(dest, ritaglio.translated(-origine), t.colore); return;
     case Tratto::Figura: {
         const QRect dst = in_pixel(t.destinazione);
         if (dipingi_fine(t, dst, dest, origine, ritaglio)) return;
@@ -281,12 +279,8 @@ void Canvas::esegui(const Tratto& t, QImage& dest, QPoint origine, const QRect& 
         const int s = std::max(1, t.spessore);
         for (const QRect& lato :
              {QRect(r.left(), r.top(), r.width(), s), QRect(r.left(), r.bottom() - s + 1, r.width(), s),
-              QRect(r.left(), r.top(), s, r.height()), QRect(r.right() - s + 1, r.top(), s, r.height())}) {
-            const QRect parte = lato.intersected(ritaglio).translated(-origine);
-            for (int y = parte.top(); y <= parte.bottom(); ++y)
-                std::fill_n(reinterpret_cast<QRgb*>(dest.scanLine(y)) + parte.left(), parte.width(),
-                            t.colore | 0xff000000u);
-        }
+              QRect(r.left(), r.top(), s, r.height()), QRect(r.right() - s + 1, r.top(), s, r.height())})
+            riempi(dest, lato.intersected(ritaglio).translated(-origine), t.colore);
         return;
     }
     }
@@ -306,8 +300,7 @@ void Canvas::dipingi(QImage& dest, QPoint origine) const
         if (r.isEmpty()) continue;
         // Most often one picture covers all that is left to paint.
         const QRect resto = scoperta.boundingRect();
-        if (t->tipo != Tratto::Cornice && r.contains(resto) &&
-            (t->tipo != Tratto::Figura || !t->figura.hasAlphaChannel())) {
+        if (t->tipo != Tratto::Cornice && copre(*t) && r.contains(resto)) {
             da_fare.emplace_back(&*t, resto);
             scoperta = QRegion();
             break;
@@ -320,7 +313,7 @@ void Canvas::dipingi(QImage& dest, QPoint origine) const
             // A frame hides only its four sides.
             const QRect c = cornice_px(*t);
             scoperta -= QRegion(r).subtracted(QRegion(c.adjusted(s, s, -s, -s)));
-        } else if (t->tipo != Tratto::Figura || !t->figura.hasAlphaChannel()) {
+        } else if (copre(*t)) {
             scoperta -= QRegion(r);
         }
     }

@@ -74,7 +74,11 @@ private:
         QRgb colore = 0;
         int spessore = 0;
     };
+    // Keeps a call, drops those it makes useless, and tells the window
+    // which pixels changed.
     void ricorda(Tratto t);
+    // Whether a call hides what lies under it wherever it paints.
+    static bool copre(const Tratto& t);
     // The device pixels a call paints (its bounding rectangle), and whether
     // it paints every one of them.
     QRect impronta(const Tratto& t) const;
